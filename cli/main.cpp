@@ -1,0 +1,72 @@
+// ranvel-cli: the headless front end of Ranvel.
+#include <cstdio>
+#include <cstring>
+#include <iostream>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "commands.h"
+#include "ranvel/platform/apppaths.h"
+#include "ranvel/platform/vbmath.h"
+
+namespace {
+
+const char* const kUsage =
+    "usage: ranvel-cli [--app-dir DIR] COMMAND [options]\n"
+    "\n"
+    "commands:\n"
+    "  record [--input FILE] [--step MINUTES] [--count N] [--json]\n"
+    "      show a moment record (a built-in sample without --input) and how\n"
+    "      the search steps it through time\n"
+    "\n"
+    "--app-dir DIR replaces the program's folder as the root of the data tree\n"
+    "(the environment variable RANVEL_APP_DIR does the same).\n";
+
+struct Command {
+    int (*run)(const ranvel::cli::Args&);
+    std::vector<std::string> flags;
+};
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    std::vector<std::string> args(argv + 1, argv + argc);
+    try {
+        if (args.size() >= 2 && args[0] == "--app-dir") {
+            ranvel::SetAppDir(args[1]);
+            args.erase(args.begin(), args.begin() + 2);
+        }
+        if (args.empty() || args[0] == "--help" || args[0] == "-h" || args[0] == "help") {
+            std::fputs(kUsage, args.empty() ? stderr : stdout);
+            return args.empty() ? 2 : 0;
+        }
+        static const std::map<std::string, Command> commands = {
+            {"record", {ranvel::cli::CmdRecord, {"json"}}},
+        };
+        auto it = commands.find(args[0]);
+        if (it == commands.end()) {
+            std::fprintf(stderr, "ranvel-cli: unknown command '%s'\n\n%s", args[0].c_str(), kUsage);
+            return 2;
+        }
+        std::vector<std::string> rest(args.begin() + 1, args.end());
+        // --app-dir may also follow the command.
+        for (std::size_t i = 0; i + 1 < rest.size(); ++i) {
+            if (rest[i] == "--app-dir") {
+                ranvel::SetAppDir(rest[i + 1]);
+                rest.erase(rest.begin() + static_cast<long>(i), rest.begin() + static_cast<long>(i) + 2);
+                break;
+            }
+        }
+        return it->second.run(ranvel::cli::Args(rest, it->second.flags));
+    } catch (const std::invalid_argument& e) {
+        std::fprintf(stderr, "ranvel-cli: %s\n", e.what());
+        return 2;
+    } catch (const std::exception& e) {
+        // A run-time fault ends the command.
+        std::fprintf(stderr, "ranvel-cli: %s\n", e.what());
+        return 1;
+    }
+}

@@ -1,0 +1,25 @@
+// The moment record as JSON: the record's fields under their own names,
+// numbers as numbers and texts as texts.
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include "ranvel/chart/person.h"
+
+namespace ranvel::cli {
+
+// Sets every field present in the object; a field not named keeps the
+// record's default. An unknown name or a value of the wrong kind throws
+// std::invalid_argument naming the field.
+void PersonFromJson(const nlohmann::ordered_json& object, clsPerson& person);
+nlohmann::ordered_json PersonToJson(const clsPerson& person);
+
+// Reads a whole JSON file; a missing file or bad JSON throws
+// std::invalid_argument with a message that names the file.
+nlohmann::ordered_json ReadJsonFile(const std::string& path);
+
+// Writes JSON with every double in the shortest text that reads back to the
+// same value (std::to_chars), indented by two blanks.
+std::string DumpJson(const nlohmann::ordered_json& value);
+
+}  // namespace ranvel::cli
