@@ -35,6 +35,15 @@ Variant clsPlanets::GetTextBetween(std::string_view table, const Variant& head, 
     return ranvel::GetTextBetween(textDB_.get(), table, head, category);
 }
 
+Variant clsPlanets::GetHeadValue(int mode, const Variant& head, std::string_view category)
+{
+    return ranvel::GetHeadValue(textDB_.get(), mode, head, category);
+}
+
+Variant clsPlanets::GetConjText(const Variant& head) { return ranvel::GetConjText(textDB_.get(), head); }
+
+std::string clsPlanets::GetGenText(const Variant& head) { return ranvel::GetGenText(textDB_.get(), head); }
+
 double clsPlanets::DegToDec(int d, int m, int s)
 {
     return d + (100.0 / 60.0 * m) / 100.0 + (100.0 / 60.0 / 60.0 * s) / 100.0;
@@ -62,15 +71,26 @@ std::string clsPlanets::DecToDeg(double x)
 
 double clsPlanets::MinToDec(double x) { return vb::Fix(x) + FractionOf(x) / 0.6; }
 
-std::string clsPlanets::ConvertToDegNoVal(double lon)
+const std::string& clsPlanets::RashiNameOf(int sign)
 {
+    CheckIndex(sign, 1, 12);
     if (!rashiNamesFilled_) {
         for (int i = 0; i < 12; ++i) rashiNames_[static_cast<std::size_t>(i)] = GetTextBetween("CNVT", i + 1, "Rashi").ToText();
         rashiNamesFilled_ = true;
     }
-    long sign = static_cast<long>(vb::Fix(lon / 30.0)) + 1;
-    if (sign < 1 || sign > 12) throw vb::RuntimeError("Subscript out of range");
     return rashiNames_[static_cast<std::size_t>(sign - 1)];
+}
+
+void clsPlanets::CheckIndex(int i, int lo, int hi)
+{
+    if (i < lo || i > hi) throw vb::RuntimeError("Subscript out of range");
+}
+
+std::string clsPlanets::ConvertToDegNoVal(double lon)
+{
+    double sign = vb::Fix(lon / 30.0) + 1;
+    if (sign < 1 || sign > 12) throw vb::RuntimeError("Subscript out of range");
+    return RashiNameOf(static_cast<int>(sign));
 }
 
 namespace {

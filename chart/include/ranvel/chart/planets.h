@@ -5,6 +5,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -27,21 +28,144 @@ public:
     // Passes the value on to the record.
     void SetBirthDate(const DateTime& date);
 
-    // --- text store ---
+    // ===== Chart computation (planets.cpp, calculate.cpp) =====
+    // The one operation that does astronomy; see calculate.cpp for its steps.
+    void Calculate();
+
+    // The planet table, 0 to 26: p 0 reaches BhavMid(0), the Lagna.
+    double PlanetLongi(int p) const;
+    void PlanetLongi(int p, double value);
+    double LysPlnt(int p) const { return PlanetLongi(p); }
+    void LysPlnt(int p, double value) { PlanetLongi(p, value); }
+    double BhavMid(int i) const;
+    double BhavBegin(int i) const;
+    std::string BhavMidName(int i);
+    std::string BhavBeginName(int i);
+    double KPHouse(int i) const;
+    // The KP ayanamsha of the record's moment as it stands, asked anew.
+    double KPAyanVal();
+    double SidrealTime() const { return sidrealTime_; }
+    double Obliq() const { return obliq_; }
+
+    // Int(longitude / 30) + 1, computed afresh; p 0 for the Lagna.
+    int PlanetRashiNum(int p) const;
+    // The same, kept for the life of the object for p up to 13: the first
+    // sign computed stands across later calculations. Sign uses Fix and
+    // shares the memo.
+    int PlanetSign(int p);
+    int Sign(int p);
+    std::string PlanetRashiName(int p);
+    // The Moon's sign (0 for a longitude of exactly 360) and its name.
+    int RashiNum() const;
+    std::string RashiName();
+    // Degrees per hour from the table; for the Lagna from a scratch chart an
+    // hour (and a minute) later.
+    double PlanetSpeed(int p);
+    bool RetroGrade(int p) const;
+    // Hour12 of the sum of the signs of p and the Lagna, plus one.
+    int PlanetHouse(int p) const;
+    int GetSunAyan() const;
+    std::string AyanamshName();
+    // Copies the moment and place to another chart's record, but not the
+    // hemisphere letters, country, AMPM, time correction or sex.
+    void CopySettingTo(clsPlanets& other);
+
+    // Settings of the chart.
+    int AyanType() const;  // read afresh at every use
+    void AyanType(int value);
+    int RahuKetuMode() const { return rahuKetuMode_; }
+    void RahuKetuMode(int value) { rahuKetuMode_ = value; }
+    int CalcModmanglik();
+    void CalcModmanglik(int value);
+    int CalcModVarna();
+    void CalcModVarna(int value);
+
+    // The last two steps of Calculate, on the tables as they stand: the Moon
+    // numbers (panchanga.cpp) and the divisional tables (varga.cpp). Public
+    // so that a chart whose longitudes were set directly can be completed.
+    void ComputeMoonNumbers();
+    void FillVargaTable();
+
+    // ===== Panchanga (panchanga.cpp) =====
+    int Tithi() const { return tithi_; }
+    std::string TithiName();
+    // t is a number as text; a value with a fraction is raised to Int + 1,
+    // in place.
+    std::string GetTithiName(Variant& t);
+    double TithiValue() const;
+    static int TithiShuklaKrishna(int t);
+    static int GetTithiType(int t);
+    int Nakshatra() const;
+    static int NakshatraNum(double lon);
+    int NakOf(int p) const;
+    double NakPada() const { return pada_; }
+    double Pada() const { return pada_; }
+    static int NakPadaNum(double lon);
+    // n a number, or a longitude when it has a fraction (turned into a
+    // nakshatra number in place).
+    std::string GetNakshatraName(Variant& n);
+    std::string GetNakLordName(int n);
+    int YogaNumber() const { return yoga_; }
+    std::string YogaName();
+    Variant FindYoga(const Variant& n);
+    std::string ConvertYoga(Variant& n);
+    int KaranNumber() const;
+    // The karana number of the naming rule (differs from KaranNumber).
+    int KaranNum() const;
+    std::string KaranName();
+    static int VikramiMonth(double lon, const DateTime& date);
+    std::string GetVikramiMonth(int n);
+    int WeekDayLord() const;
+    // Planet number of the lord of week day n, 0 for anything else.
+    static int WeekDayLordOfDay(int n);
+    static int WeekDayLordFromDay(int n);
+    int FindPlanetDirection(int p) const;
+    int Nak28GetNakshatra() const;
+    static int GetTaraNum(int a, int b);
+
+    // ===== Signs, lords, dignity, combustion (predicates.cpp) =====
+    // Empty (reads as false) for p outside 2 to 7; false for the Sun.
+    Variant Combust(int p) const;
+    static bool CheckIfCombust(double a, int p, double b);
+    bool WithinOrbOfSun(int p) const;
+    double PlanetOrb(int p) const;
+    double PlanetMutOrb(int a, int b) const;
+    static int PlanetSpeedPoints(int p);
+    bool Exalted(int p) const;
+    bool Debilitated(int p) const;
+    static bool CheckIfDebi(int p, int sign);
+    static bool CheckOwnHouse(int p, int sign);
+    static bool IsPlanetEnemy(int a, int b);
+    static int GetRashiLordNum(int n);
+    static int FindRashiLordNo(int& n);
+    // Name of sign n; a value with a fraction is a longitude.
+    std::string ConvertRashi(const Variant& n);
+    // Short name with the text file's integrity check.
+    std::string PlanetName(int p);
+    std::string PlanetNameFull(int p);
+    std::string PlanetNameSmall(int p);
+
+    // ===== Divisional tables (varga.cpp) =====
+    int PrediVarga(int p, int v) const;
+
+    // ===== Text store =====
     // Keeps the text database; the person database goes to the record.
     void setTextDB(std::shared_ptr<Database> textDB, std::shared_ptr<Database> recosDB);
     std::shared_ptr<Database> GetTxtDB() const { return textDB_; }
     std::shared_ptr<Database> GetRecosDB() const { return recosDB_; }
     Variant GetTextBetween(std::string_view table, const Variant& head, std::string_view category);
+    Variant GetHeadValue(int mode, const Variant& head, std::string_view category);
+    Variant GetConjText(const Variant& head);
+    std::string GetGenText(const Variant& head);
 
-    // --- conversions of angle and date ---
+    // ===== Conversions of angle and date (planets.cpp) =====
     static double DegToDec(int d, int m, int s);
     // "d:m:s" of a decimal value, the fraction read from the value's text.
     static std::string DecToDeg(double x);
     // A DD.MM value in decimal degrees.
     static double MinToDec(double x);
-    // The sign's name of a longitude, from a table of the twelve names kept
-    // on the object.
+    // The sign's name of a longitude, from the object's table of the twelve
+    // names.
     std::string ConvertToDegNoVal(double lon);
     // "dd:mm:ss" within the sign.
     static std::string ConvertValNoDeg(double x);
@@ -58,11 +182,57 @@ public:
     std::string GetDayName(int& n);
 
 private:
+    // calculate.cpp
+    void ReadPlanets();
+    void ReadPlanetsNextHour();
+    void ApplyAyanamsha();
+    void ComputeHouses();
+    double AscendantFor(double t, double lat) const;
+    double SwissAyanamsha(int code);
+    double JulianDayOfRecord();
+    // varga.cpp
+    void VargaRowOf(double longitude);
+    // The sign names, shared by ConvertRashi and ConvertToDegNoVal.
+    const std::string& RashiNameOf(int sign);
+    static void CheckIndex(int i, int lo, int hi);
+
     std::shared_ptr<ranvel::clsPerson> person_;
     std::shared_ptr<Database> textDB_;
     std::shared_ptr<Database> recosDB_;
+
+    // Filled by Calculate.
+    std::array<double, 27> lysPlnt_{};   // 1 to 26; 0 is never written
+    std::array<double, 13> bhavMid_{};
+    std::array<double, 13> bhavBegin_{};
+    std::array<double, 14> kpHouse_{};
+    std::array<double, 14> cusps_{};     // swe_houses output, then tropical middles
+    std::array<double, 10> ascmc_{};     // swe_houses second output, read by nothing
+    double centuries_ = 0;                // T
+    double dayNumber_ = 0;                // N
+    double dayFraction_ = 0;              // (GMT hours - 12) / 24
+    double obliq_ = 0;
+    double sidrealTime_ = 0;
+    int tithi_ = 0;
+    int nakIndex_ = 0;
+    int yoga_ = 0;
+    double pada_ = 0;
+    int moonSignIndex_ = 0;
+
+    // Kept across Calculate.
+    std::array<int, 14> signMemo_{};  // 0 means not yet computed
+    int rahuKetuMode_ = 1;
+    int calcModmanglik_ = 0;  // 0 means not yet read from the settings
+    int calcModVarna_ = 0;
+    std::array<std::array<std::int16_t, 18>, 14> vargaTable_{};
+    std::array<std::int16_t, 18> vargaRow_{};  // scratch row, 1 to 17, kept between points
+
+    // Name tables, filled on first use.
     std::array<std::string, 12> rashiNames_;
     bool rashiNamesFilled_ = false;
+    std::array<std::string, 28> nakNames_;
+    bool nakNamesFilled_ = false;
+    std::array<std::string, 13> planetFullNames_;
+    bool planetFullNamesFilled_ = false;
 };
 
 }  // namespace ranvel

@@ -22,6 +22,15 @@ Variant GetTextBetween(Database* textDB, std::string_view table, const Variant& 
 
 namespace ranvel {
 
+// The lookup by a numbered table: 1 CNVT (by category), 2 YOGAS, 3 VPHALA,
+// 4 MarMatch, 5 ASP, 6 FORTUNE, 7 YOGNAME, 8 Nakshatra, 9 Bhava, 10 Muhu,
+// 11 Daily, 12 Transits. Any other mode gives the empty value, silently.
+Variant GetHeadValue(Database* textDB, int mode, const Variant& head, std::string_view category);
+// The conjunction and aspect texts (ASP), by head alone.
+Variant GetConjText(Database* textDB, const Variant& head);
+// A word that a page wants translated: CNVT, category "Gen".
+std::string GetGenText(Database* textDB, const Variant& head);
+
 // The separators of numeric text: codes 1 and 2 give ":", 3 "/", 4 "-",
 // 5 "+", each as the language writes it (CNVT, category "Symbols"). Each is
 // looked up once per run and then kept; other codes give "".
