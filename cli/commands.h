@@ -25,5 +25,6 @@ private:
 };
 
 int CmdRecord(const Args& args);
+int CmdChart(const Args& args);
 
 }  // namespace ranvel::cli

@@ -20,6 +20,9 @@ const char* const kUsage =
     "  record [--input FILE] [--step MINUTES] [--count N] [--json]\n"
     "      show a moment record (a built-in sample without --input) and how\n"
     "      the search steps it through time\n"
+    "  chart --input FILE [--json]\n"
+    "      calculate the chart of {\"person\": {...}, \"settings\": {...}} and\n"
+    "      show every number of it\n"
     "\n"
     "--app-dir DIR replaces the program's folder as the root of the data tree\n"
     "(the environment variable RANVEL_APP_DIR does the same).\n";
@@ -45,6 +48,7 @@ int main(int argc, char** argv)
         }
         static const std::map<std::string, Command> commands = {
             {"record", {ranvel::cli::CmdRecord, {"json"}}},
+            {"chart", {ranvel::cli::CmdChart, {"json"}}},
         };
         auto it = commands.find(args[0]);
         if (it == commands.end()) {

@@ -2,11 +2,17 @@
 
 #include "ranvel/chart/wrap.h"
 #include "ranvel/data/textlookup.h"
+#include "ranvel/platform/settings.h"
 #include "ranvel/platform/vbmath.h"
 
 namespace ranvel {
 
-clsPlanets::clsPlanets() = default;
+clsPlanets::clsPlanets()
+{
+    // Read once, when the chart is made; the property then lives on the
+    // object.
+    rahuKetuMode_ = Variant(GetSetting("Init", "RahuKetuMode", "1")).ToLong();
+}
 
 ranvel::clsPerson& clsPlanets::clsPerson()
 {

@@ -1,0 +1,405 @@
+// The chart computation: the record moved to Greenwich time and back, the
+// positions from Swiss Ephemeris at the moment and one hour later, the
+// ayanamsha, the system's own house division, the Moon numbers and the
+// divisional tables. The order of the steps is part of the result.
+#include <cmath>
+#include <string>
+
+#include "ranvel/chart/planets.h"
+#include "ranvel/chart/wrap.h"
+#include "ranvel/platform/settings.h"
+#include "ranvel/platform/vbmath.h"
+
+extern "C" {
+#include <swephexp.h>
+}
+
+namespace ranvel {
+
+namespace {
+constexpr double kDegToRad = 0.017453292519944444;
+constexpr double kPi = 3.14159265359;  // the twelve-place figure the houses are built on
+
+bool IsWest(const std::string& ew) { return ew == "W" || ew == "w"; }
+}  // namespace
+
+// ---------------------------------------------------------------------------
+// Settings of the chart
+
+namespace {
+int IntSetting(const std::string& section, const std::string& key, const std::string& deflt)
+{
+    // A value that is not a number is a run-time error of the caller.
+    return Variant(GetSetting(section, key, deflt)).ToLong();
+}
+}  // namespace
+
+int clsPlanets::AyanType() const { return IntSetting("Init", "AyanType", "1"); }
+void clsPlanets::AyanType(int value) { SaveSetting("Init", "AyanType", vb::CStr(value)); }
+
+int clsPlanets::CalcModmanglik()
+{
+    if (calcModmanglik_ == 0) calcModmanglik_ = IntSetting("Settings", "CalcMangMod", "1");
+    return calcModmanglik_;
+}
+
+void clsPlanets::CalcModmanglik(int value)
+{
+    calcModmanglik_ = value;
+    SaveSetting("Settings", "CalcMangMod", vb::CStr(value));
+}
+
+int clsPlanets::CalcModVarna()
+{
+    if (calcModVarna_ == 0) calcModVarna_ = IntSetting("Settings", "CalcVarMod", "1");
+    return calcModVarna_;
+}
+
+void clsPlanets::CalcModVarna(int value)
+{
+    calcModVarna_ = value;
+    SaveSetting("Settings", "CalcVarMod", vb::CStr(value));
+}
+
+// ---------------------------------------------------------------------------
+// Calculate
+
+void clsPlanets::Calculate()
+{
+    ranvel::clsPerson& P = clsPerson();
+
+    // 1-2. Local clock to Greenwich, then the time correction; each step
+    // wraps the hour once and moves the date with it.
+    double h = P.HourN() + P.MinutesN() / 60.0;
+    h = h - vb::Val(P.GMTDIFF());
+    h = P.AdjustHour(h, P.DayN(), P.MonthN(), P.YearN());
+    h = h + vb::Val(P.TimeCorr());
+    h = P.AdjustHour(h, P.DayN(), P.MonthN(), P.YearN());
+
+    // 3. The record now shows Greenwich time; Minutes may round to 60.
+    P.Hour(vb::Int(h));
+    P.Minutes(FractionOf(h) * 60.0);
+
+    // 4. Day number.
+    double day = P.DayN();
+    double month = P.MonthN();
+    double year = P.YearN();
+    if (month < 3) {
+        month += 12;
+        year -= 1;
+    }
+    double a = vb::Int(year / 100.0);
+    dayNumber_ = day + vb::Int(a / 4.0) + 2.0 - a + vb::Int(30.6 * (month + 1.0)) + vb::Int(year / 4.0) + 365.0 * year;
+
+    // 5. Day fraction and centuries.
+    dayFraction_ = (P.HourN() + P.MinutesN() / 60.0 - 12.0) / 24.0;
+    centuries_ = (dayNumber_ - 694025.0 + dayFraction_) / 36525.0;
+
+    // 6. The polynomial ayanamsha.
+    const double T = centuries_;
+    lysPlnt_[13] = T * 0.000308 * T + (T * 1.396042 + 22.460148);
+
+    // 7. Positions.
+    ReadPlanets();
+    ReadPlanetsNextHour();
+
+    // 8. Back to the local clock. The correction is not taken back: the
+    // record stays moved by TimeCorr, and a second Calculate moves it again.
+    h = h + vb::Val(P.GMTDIFF());
+    h = P.AdjustHour(h, P.DayN(), P.MonthN(), P.YearN());
+    P.Hour(vb::Int(h));
+    P.Minutes(FractionOf(h) * 60.0);
+
+    // 9-12.
+    ApplyAyanamsha();
+    ComputeHouses();
+    ComputeMoonNumbers();
+    FillVargaTable();
+}
+
+double clsPlanets::JulianDayOfRecord()
+{
+    ranvel::clsPerson& P = clsPerson();
+    double hour = P.HourN() + P.MinutesN() / 60.0;
+    double J = swe_julday(P.YearN(), P.MonthN(), P.DayN(), hour, SE_GREG_CAL);
+    // The conversion's validity code is not read; it overwrites J.
+    swe_date_conversion(P.YearN(), P.MonthN(), P.DayN(), hour, 'g', &J);
+    return J;
+}
+
+namespace {
+// Body numbers of the library in the order they are asked for, and the
+// entries of the table that receive them (0 for the nodes, placed apart).
+constexpr int kBodyEntry[12] = {1, 7, 2, 3, 4, 5, 6, 10, 11, 12, 0, 0};
+
+void AskBody(int body, double J, double xx[6])
+{
+    char serr[256] = {0};
+    char name[20] = {0};
+    // The name is asked for and never used.
+    swe_get_planet_name(body, name);
+    // Civil Greenwich Julian day as ephemeris time, tropical, geocentric,
+    // no speed: only the longitude is read, and no return code.
+    swe_calc(J, body, 0, xx, serr);
+}
+}  // namespace
+
+void clsPlanets::ReadPlanets()
+{
+    ranvel::clsPerson& P = clsPerson();
+    double J = JulianDayOfRecord();
+    double U = J - swe_deltat(J);
+
+    double xx[6] = {0, 0, 0, 0, 0, 0};
+    for (int body = 0; body <= 11; ++body) {
+        AskBody(body, J, xx);
+        if (body <= 9) {
+            lysPlnt_[static_cast<std::size_t>(kBodyEntry[body])] = xx[0];
+        } else if ((body == 10 && rahuKetuMode_ == 1) || (body == 11 && rahuKetuMode_ == 2)) {
+            lysPlnt_[8] = xx[0];
+            lysPlnt_[9] = Norm360(xx[0] + 180.0);
+        }
+    }
+
+    double lon = P.LongDegN() + P.LongMTN() / 60.0;
+    if (IsWest(P.TextEW())) lon = -lon;
+    double lat = P.LatDegN() + P.LatMTN() / 60.0;
+    const std::string ns = P.TextNS();
+    if (ns == "S" || ns == "s") lat = -lat;
+    // Houses one delta T before the planets' moment: deliberate.
+    swe_houses(U, lat, lon, 'P', cusps_.data(), ascmc_.data());
+    const double kp = KPAyanVal();
+    for (std::size_t i = 1; i <= 12; ++i) kpHouse_[i] = cusps_[i] - kp;
+}
+
+void clsPlanets::ReadPlanetsNextHour()
+{
+    ranvel::clsPerson& P = clsPerson();
+    // One hour later, unwrapped: the library may get an hour of 24 or more.
+    double hour = P.HourN() + P.MinutesN() / 60.0 + 1.0;
+    double J = swe_julday(P.YearN(), P.MonthN(), P.DayN(), hour, SE_GREG_CAL);
+    swe_date_conversion(P.YearN(), P.MonthN(), P.DayN(), hour, 'g', &J);
+    double U = J - swe_deltat(J);
+    (void)U;
+
+    double xx[6] = {0, 0, 0, 0, 0, 0};
+    for (int body = 0; body <= 11; ++body) {
+        AskBody(body, J, xx);
+        if (body <= 9) {
+            lysPlnt_[static_cast<std::size_t>(kBodyEntry[body] + 13)] = xx[0];
+        } else if ((body == 10 && rahuKetuMode_ == 1) || (body == 11 && rahuKetuMode_ == 2)) {
+            lysPlnt_[21] = xx[0];
+            lysPlnt_[22] = Norm360(xx[0] + 180.0);
+        }
+    }
+}
+
+double clsPlanets::SwissAyanamsha(int code)
+{
+    double J = JulianDayOfRecord();
+    if (code == 3) swe_set_sid_mode(SE_SIDM_KRISHNAMURTI, 0, 0);
+    else if (code == 2) swe_set_sid_mode(SE_SIDM_RAMAN, 0, 0);
+    return swe_get_ayanamsa(J);
+}
+
+double clsPlanets::KPAyanVal() { return SwissAyanamsha(3); }
+
+namespace {
+// The Vakya ayanamsha that a chart receives: the reckoning's own object is
+// never calculated, so its Kali day is that of the zero date, 1132562, and
+// the value is the same for every moment.
+double VakyaAyanamshaOfChart()
+{
+    const double K = 1132562.0;
+    return FractionOf(K / 1577917828.0 * 179.929) * 360.0 - 52.29000000000002;
+}
+}  // namespace
+
+void clsPlanets::ApplyAyanamsha()
+{
+    ranvel::clsPerson& P = clsPerson();
+    // The first year, with the days to the moment (clock left out).
+    DateTime moment = P.GetBirthDate();
+    double days = static_cast<double>(DateTime::DiffDays(DateTime::FromParts(P.YearN(), 1, 1), moment));
+    const double y = P.YearN() + days / 365.2564;
+    const int t = AyanType();
+
+    if (t != 1) {
+        for (std::size_t i = 0; i <= 12; ++i) {
+            bhavMid_[i] += lysPlnt_[13];
+            if (bhavMid_[i] > 360) bhavMid_[i] -= 360;
+            bhavBegin_[i] += lysPlnt_[13];
+            if (bhavBegin_[i] > 360) bhavBegin_[i] -= 360;
+        }
+    }
+
+    double a = 0;
+    bool subtract = true;
+    bool houses = true;
+    switch (t) {
+    case 1: a = lysPlnt_[13]; houses = false; break;
+    case 2: a = (y - 397.186) * 50.3389 / 3600.0; break;
+    case 3: a = KPAyanVal(); break;
+    case 4: a = (y - 298.883) * 49.5 / 3600.0; break;
+    case 5: a = (y - 199.0) * 49.636 / 3600.0; break;
+    case 6: a = (y - 498.0) * 50.0 / 3600.0; break;
+    case 7: a = (y - 238.0) * 50.3086 / 3600.0; break;
+    case 8: a = (y - 320.0) * 50.34 / 3600.0; break;
+    case 9: a = (y - 284.0) * 49.0 / 3600.0; break;
+    case 10: a = (y - 384.483) * 50.277 / 3600.0; break;
+    case 11: a = (y - 663.0) * 60.66 / 3600.0; break;
+    case 13: a = vb::Val(GetSetting("Init", "CustAyan", "00.00")); break;
+    case 15: a = VakyaAyanamshaOfChart(); break;
+    default: subtract = false; break;  // 12, 14 and any other: no ayanamsha
+    }
+
+    if (!subtract) {
+        lysPlnt_[13] = 0;
+        return;
+    }
+    for (std::size_t i = 1; i <= 26; ++i) lysPlnt_[i] = Norm360(lysPlnt_[i] - a);
+    if (houses) {
+        for (std::size_t i = 0; i <= 12; ++i) {
+            bhavMid_[i] = Norm360(bhavMid_[i] - a);
+            bhavBegin_[i] = Norm360(bhavBegin_[i] - a);
+        }
+    }
+    lysPlnt_[13] = a;
+}
+
+double clsPlanets::AscendantFor(double t, double lat) const
+{
+    double r = 15.0 * t + 90.0;
+    if (r >= 360) r -= 360;
+    const double tr = t * kPi / 12.0;
+    const double latr = lat * kDegToRad;
+    const double er = obliq_ * kDegToRad;
+    double A = std::atan(-std::cos(tr) / (std::sin(er) * std::sin(latr) / std::cos(latr) + std::cos(er) * std::sin(tr))) /
+               kDegToRad;
+    if (A < 0) A += 180;
+    if (r - A > 75) A += 180;  // a signed comparison
+    A -= lysPlnt_[13];
+    if (A < 0) A += 360;
+    if (A > 360) A -= 360;  // exactly 360 stands
+    return A;
+}
+
+void clsPlanets::ComputeHouses()
+{
+    ranvel::clsPerson& P = clsPerson();
+    const double T = centuries_;
+    obliq_ = 23.452294 - T * 0.0130125;
+    const double R = FractionOf(T * 100.00214 + 0.2769) * 24.0;
+    const double g = dayFraction_ * 24.0 + 12.0;
+    double L = (P.LongDegN() + P.LongMTN() / 60.0) / 15.0;
+    if (IsWest(P.TextEW())) L = -L;
+    double S = FractionOf((R + g + L) / 24.0) * 24.0;
+    if (S < 0) S += 24;
+    sidrealTime_ = S;
+
+    const double MC = AscendantFor(S - 6.0, 0.0);
+    double lat = P.LatDegN() + P.LatMTN() / 60.0;
+    if (P.TextNS() == "S") lat = -lat;  // only the capital letter counts here
+    const double Asc = AscendantFor(S, lat);
+
+    double A = (MC + 180.0 - Asc) / 3.0;
+    if (MC > Asc) A -= 120.0;
+    const double B = 60.0 - A;
+
+    auto run = [&](double start, double step, std::size_t first) {
+        for (std::size_t i = 0; i <= 3; ++i) {
+            double v = start + static_cast<double>(i) * step;
+            if (v >= 360) v -= 360;
+            bhavMid_[first + i] = v;
+        }
+    };
+    run(Asc, A, 0);
+    run(MC + 180.0, B, 3);
+    run(Asc + 180.0, A, 6);
+    run(MC, B, 9);
+
+    double b0 = bhavMid_[11] > bhavMid_[0] ? (bhavMid_[0] + 360.0 + bhavMid_[11]) / 2.0 : (bhavMid_[0] + bhavMid_[11]) / 2.0;
+    for (int k = 0; k < 2 && b0 >= 360; ++k) b0 -= 360;
+    bhavBegin_[0] = b0;
+    for (std::size_t i = 1; i <= 12; ++i) {
+        double v = (bhavMid_[i] + bhavMid_[i - 1]) / 2.0;
+        if (bhavMid_[i] < bhavMid_[i - 1]) v += 180;
+        if (v > 360) v -= 360;
+        bhavBegin_[i] = v;
+    }
+
+    for (std::size_t i = 0; i <= 11; ++i) cusps_[i + 1] = bhavMid_[i] + lysPlnt_[13];
+    kpHouse_[0] = bhavMid_[0] + lysPlnt_[13] - KPAyanVal();
+}
+
+// ---------------------------------------------------------------------------
+// Readers of the tables
+
+double clsPlanets::PlanetLongi(int p) const
+{
+    CheckIndex(p, 0, 26);
+    return p == 0 ? bhavMid_[0] : lysPlnt_[static_cast<std::size_t>(p)];
+}
+
+void clsPlanets::PlanetLongi(int p, double value)
+{
+    CheckIndex(p, 0, 26);
+    if (p == 0) bhavMid_[0] = value;
+    else lysPlnt_[static_cast<std::size_t>(p)] = value;
+}
+
+double clsPlanets::BhavMid(int i) const
+{
+    CheckIndex(i, 0, 12);
+    return bhavMid_[static_cast<std::size_t>(i)];
+}
+
+double clsPlanets::BhavBegin(int i) const
+{
+    CheckIndex(i, 0, 12);
+    return bhavBegin_[static_cast<std::size_t>(i)];
+}
+
+double clsPlanets::KPHouse(int i) const
+{
+    CheckIndex(i, 0, 13);
+    return kpHouse_[static_cast<std::size_t>(i)];
+}
+
+std::string clsPlanets::BhavMidName(int i) { return ConvertToDegNoVal(BhavMid(i)); }
+std::string clsPlanets::BhavBeginName(int i) { return ConvertToDegNoVal(BhavBegin(i)); }
+
+double clsPlanets::PlanetSpeed(int p)
+{
+    CheckIndex(p, 0, 13);
+    if (p != 0) return lysPlnt_[static_cast<std::size_t>(p + 13)] - lysPlnt_[static_cast<std::size_t>(p)];
+    // The Lagna from a scratch chart moved by AddMinutes(60).
+    clsPlanets scratch;
+    CopySettingTo(scratch);
+    scratch.clsPerson().AddMinutes(60);
+    scratch.Calculate();
+    return Norm360(scratch.BhavMid(0) - BhavMid(0));
+}
+
+std::string clsPlanets::AyanamshName() { return GetHeadValue(1, AyanType(), "AyanName").ToText(); }
+
+void clsPlanets::CopySettingTo(clsPlanets& other)
+{
+    ranvel::clsPerson& from = clsPerson();
+    ranvel::clsPerson& to = other.clsPerson();
+    to.Day(from.DayN());
+    to.Month(from.MonthN());
+    to.Year(from.YearN());
+    to.Hour(from.HourN());
+    to.Minutes(from.MinutesN());
+    to.seconds(from.secondsN());
+    to.LongDeg(from.LongDegN());
+    to.LongMT(from.LongMTN());
+    to.LatDeg(from.LatDegN());
+    to.LatMT(from.LatMTN());
+    to.GMTDIFF(from.GMTDIFF());
+    to.Name(from.Name());
+    to.PLOB(from.PLOB());
+}
+
+}  // namespace ranvel
