@@ -34,6 +34,7 @@ void clsPlanets::setTextDB(std::shared_ptr<Database> textDB, std::shared_ptr<Dat
 {
     textDB_ = std::move(textDB);
     recosDB_ = std::move(recosDB);
+    if (recosDB_) clsPerson().SetDB(recosDB_);
 }
 
 Variant clsPlanets::GetTextBetween(std::string_view table, const Variant& head, std::string_view category)

@@ -9,8 +9,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
+#include "ranvel/platform/database.h"
 #include "ranvel/platform/datetime.h"
 #include "ranvel/platform/variant.h"
 
@@ -116,7 +118,34 @@ public:
     // Minutes read as "H.M" (7:05 gives 7.5), a marker, not a value.
     double AddMinutes(double minutes);
 
+    // --- the person table (RECOS.Dat, table Person, browsed through the
+    // saved query qryPersonName) ---
+    // Keeps the handle, opens qryPersonName and stands on its first row.
+    void SetDB(std::shared_ptr<Database> db);
+    std::shared_ptr<Database> GetDB() const { return db_; }
+    long RecordCount() const;
+    // To the first row, then n rows on, and load it (nothing on no rows).
+    void MoveTo(long n);
+    void MoveFirst();
+    void MoveLast();
+    void MoveNext();
+    // A new row holding this record.
+    void AddNew();
+    // Writes this record over the current row.
+    void Save();
+    void Delete();
+    // Loads the first person of that name; false when there is none. The
+    // name goes into the query as it stands.
+    bool FindPerson(const std::string& name);
+
 private:
+    void LoadPerson(const Recordset& rs);
+    void StorePerson(Recordset& rs) const;
+    Recordset& Rows() const;
+
+    std::shared_ptr<Database> db_;
+    std::shared_ptr<Recordset> rs_;
+
     std::string name_;
     std::int16_t sex_ = 0;
     std::int32_t day_ = 0;
