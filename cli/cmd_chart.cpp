@@ -45,6 +45,10 @@ nlohmann::ordered_json ChartJson(clsPlanets& c)
     j["VargaTable"] = Series(0, 13, [&](int p) { return Series(0, 17, [&](int v) { return c.PrediVarga(p, v); }); });
     j["WeekDayOfBirth"] = c.clsPerson().WeekDayOfBirth();
     j["GetBirthTime"] = c.clsPerson().GetBirthTime();
+    j["SunRiseTime"] = c.SunRiseTime();
+    j["SunSetTime"] = c.SunSetTime();
+    j["DayDuration"] = c.DayDuration();
+    j["NightDuration"] = c.NightDuration();
     return j;
 }
 
@@ -73,6 +77,9 @@ void PrintReadable(const nlohmann::ordered_json& j)
                 j["TithiValue"].get<double>(), j["Nakshatra"].get<int>(), vb::CStr(j["NakPada"].get<double>()).c_str(),
                 j["YogaNumber"].get<int>(), j["KaranNumber"].get<int>(), j["KaranName"].get<int>());
     std::printf("  lunar month %d  week day %d\n", j["VikramiMonth"].get<int>(), j["WeekDayOfBirth"].get<int>());
+    std::printf("  sunrise %s  sunset %s  day %.4f h  night %.4f h\n", vb::CStr(j["SunRiseTime"].get<double>()).c_str(),
+                vb::CStr(j["SunSetTime"].get<double>()).c_str(), j["DayDuration"].get<double>(),
+                j["NightDuration"].get<double>());
 }
 
 }  // namespace

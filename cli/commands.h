@@ -26,5 +26,6 @@ private:
 
 int CmdRecord(const Args& args);
 int CmdChart(const Args& args);
+int CmdGochara(const Args& args);
 
 }  // namespace ranvel::cli

@@ -23,6 +23,9 @@ const char* const kUsage =
     "  chart --input FILE [--json]\n"
     "      calculate the chart of {\"person\": {...}, \"settings\": {...}} and\n"
     "      show every number of it\n"
+    "  gochara --input FILE --planet P --target DEG --tolerance ARCMIN [--json]\n"
+    "      the first moment from the chart's at which point P (0 Lagna .. 12)\n"
+    "      reaches the longitude\n"
     "\n"
     "--app-dir DIR replaces the program's folder as the root of the data tree\n"
     "(the environment variable RANVEL_APP_DIR does the same).\n";
@@ -49,6 +52,7 @@ int main(int argc, char** argv)
         static const std::map<std::string, Command> commands = {
             {"record", {ranvel::cli::CmdRecord, {"json"}}},
             {"chart", {ranvel::cli::CmdChart, {"json"}}},
+            {"gochara", {ranvel::cli::CmdGochara, {"json"}}},
         };
         auto it = commands.find(args[0]);
         if (it == commands.end()) {

@@ -148,6 +148,30 @@ public:
     // ===== Divisional tables (varga.cpp) =====
     int PrediVarga(int p, int v) const;
 
+    // ===== Sun, sidereal time and day span (sun.cpp) =====
+    // Sunrise and sunset as HH.MM values, found by the Lagna reaching the
+    // Sun's point (and the point opposite). Kept on the object from the
+    // first call: a later Calculate does not clear them.
+    double SunRiseTime();
+    double SunSetTime();
+    // Decimal hours from sunrise to sunset.
+    double DayDuration();
+    // Decimal hours of the night, kept like sunrise.
+    double NightDuration();
+    // The zone correction as a minutes-and-seconds value, unsigned.
+    double LTCorrection();
+    // By day, from the ascendant.
+    bool CheckIfDay() const;
+    // By day, from the clock.
+    bool DayBirth();
+    // The word for direct or retrograde motion of p.
+    std::string Direction(int p);
+
+    // ===== Upagrahas, day divisions, personal attributes =====
+    // (upagraha.cpp, daydivisions.cpp, attributes.cpp)
+    // BEGIN sensitive points, day divisions and attributes
+    // END sensitive points, day divisions and attributes
+
     // ===== Text store =====
     // Keeps the text database; the person database goes to the record.
     void setTextDB(std::shared_ptr<Database> textDB, std::shared_ptr<Database> recosDB);
@@ -225,6 +249,15 @@ private:
     int calcModVarna_ = 0;
     std::array<std::array<std::int16_t, 18>, 14> vargaTable_{};
     std::array<std::int16_t, 18> vargaRow_{};  // scratch row, 1 to 17, kept between points
+
+    // Kept across Calculate: sunrise, sunset, night span (0 = not yet).
+    double sunRise_ = 0;
+    double sunSet_ = 0;
+    double nightSpan_ = 0;
+    std::array<std::string, 2> directionWords_;
+    bool directionWordsFilled_ = false;
+    // BEGIN state of sensitive points, day divisions and attributes
+    // END state of sensitive points, day divisions and attributes
 
     // Name tables, filled on first use.
     std::array<std::string, 12> rashiNames_;
