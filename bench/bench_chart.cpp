@@ -3,6 +3,7 @@
 // Target: BM_Calculate costs at most 1.3 times BM_SweCalls.
 #include <benchmark/benchmark.h>
 
+#include "ranvel/chart/gochara.h"
 #include "ranvel/chart/person.h"
 #include "ranvel/chart/planets.h"
 #include "ranvel/platform/settings.h"
@@ -68,9 +69,8 @@ static void BM_SweCalls(benchmark::State& state)
 }
 BENCHMARK(BM_SweCalls);
 
-static void BM_Calculate(benchmark::State& state)
+static void AtDelhi(clsPlanets& c)
 {
-    clsPlanets c;
     clsPerson& p = c.clsPerson();
     p.Day(15);
     p.Month(3);
@@ -84,6 +84,13 @@ static void BM_Calculate(benchmark::State& state)
     p.LongMT(12);
     p.TextEW("E");
     p.GMTDIFF("5.5");
+}
+
+static void BM_Calculate(benchmark::State& state)
+{
+    clsPlanets c;
+    AtDelhi(c);
+    clsPerson& p = c.clsPerson();
     for (auto _ : state) {
         c.Calculate();
         benchmark::DoNotOptimize(c.LysPlnt(7));
@@ -104,3 +111,27 @@ static void BM_AddMinutes(benchmark::State& state)
     }
 }
 BENCHMARK(BM_AddMinutes);
+
+// The Lagna's search for the start of its sign, as the engine asks it for
+// the span of the best moment.
+static void BM_Gochara_Lagna(benchmark::State& state)
+{
+    clsPlanets c;
+    AtDelhi(c);
+    c.Calculate();
+    clsGochara search;
+    double start = static_cast<int>(c.PlanetLongi(0) / 30) * 30;
+    for (auto _ : state) benchmark::DoNotOptimize(search.Gochara(0, start, 30, c));
+}
+BENCHMARK(BM_Gochara_Lagna);
+
+// Sunrise on a fresh chart: the memo is empty every time.
+static void BM_SunRiseTime(benchmark::State& state)
+{
+    for (auto _ : state) {
+        clsPlanets c;
+        AtDelhi(c);
+        benchmark::DoNotOptimize(c.SunRiseTime());
+    }
+}
+BENCHMARK(BM_SunRiseTime);
