@@ -26,6 +26,8 @@ private:
 
 int CmdRecord(const Args& args);
 int CmdChart(const Args& args);
+int CmdVakya(const Args& args);
 int CmdGochara(const Args& args);
+int CmdMuhurtha(const Args& args);
 
 }  // namespace ranvel::cli

@@ -23,6 +23,12 @@ const char* const kUsage =
     "  chart --input FILE [--json]\n"
     "      calculate the chart of {\"person\": {...}, \"settings\": {...}} and\n"
     "      show every number of it\n"
+    "  vakya --input FILE [--json]\n"
+    "      the Vakya reckoning of {\"Day\", \"Month\", \"Year\", \"Hour\", \"Minutes\",\n"
+    "      \"Seconds\", \"LatDeg\", \"LatMin\"}, with the Kali day and the chart's\n"
+    "      Vakya ayanamsha\n"
+    "  muhurtha --request FILE [--json]\n"
+    "      search the best Muhurtha of a request (a moment or a range of days)\n"
     "  gochara --input FILE --planet P --target DEG --tolerance ARCMIN [--json]\n"
     "      the first moment from the chart's at which point P (0 Lagna .. 12)\n"
     "      reaches the longitude\n"
@@ -52,7 +58,9 @@ int main(int argc, char** argv)
         static const std::map<std::string, Command> commands = {
             {"record", {ranvel::cli::CmdRecord, {"json"}}},
             {"chart", {ranvel::cli::CmdChart, {"json"}}},
+            {"vakya", {ranvel::cli::CmdVakya, {"json"}}},
             {"gochara", {ranvel::cli::CmdGochara, {"json"}}},
+            {"muhurtha", {ranvel::cli::CmdMuhurtha, {"json"}}},
         };
         auto it = commands.find(args[0]);
         if (it == commands.end()) {

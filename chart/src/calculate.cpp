@@ -6,6 +6,7 @@
 #include <string>
 
 #include "ranvel/chart/planets.h"
+#include "ranvel/chart/vakya.h"
 #include "ranvel/chart/wrap.h"
 #include "ranvel/platform/settings.h"
 #include "ranvel/platform/vbmath.h"
@@ -204,16 +205,32 @@ double clsPlanets::SwissAyanamsha(int code)
 
 double clsPlanets::KPAyanVal() { return SwissAyanamsha(3); }
 
-namespace {
-// The Vakya ayanamsha that a chart receives: the reckoning's own object is
-// never calculated, so its Kali day is that of the zero date, 1132562, and
-// the value is the same for every moment.
-double VakyaAyanamshaOfChart()
+void clsPlanets::LoadVakyaPositions()
 {
-    const double K = 1132562.0;
-    return FractionOf(K / 1577917828.0 * 179.929) * 360.0 - 52.29000000000002;
+    ranvel::clsPerson& P = clsPerson();
+    if (!vakya_) vakya_ = std::make_shared<clsVakya>();
+    clsVakya& v = *vakya_;
+    auto run = [&](int hour) {
+        v.Calculate(P.DayN(), P.MonthN(), P.YearN(), hour, P.MinutesN(), P.secondsN(), P.LatDegN(), P.LatMTN(),
+                    P.LongDegN(), P.LongMTN(), lysPlnt_[13]);
+    };
+    auto place = [&](std::size_t base) {
+        lysPlnt_[base + 1] = v.VakyaSun;
+        lysPlnt_[base + 2] = v.VakyaMercury;
+        lysPlnt_[base + 3] = v.VakyaVenus;
+        lysPlnt_[base + 4] = v.VakyaMars;
+        lysPlnt_[base + 5] = v.VakyaJupiter;
+        lysPlnt_[base + 6] = v.VakyaSaturn;
+        lysPlnt_[base + 7] = v.VakyaMoon;
+        lysPlnt_[base + 8] = v.VakyaRahu;
+        lysPlnt_[base + 9] = v.VakyaKetu;
+    };
+    run(P.HourN() + 1);  // an hour later first: entries 14 to 22
+    place(13);
+    run(P.HourN());  // then the moment: entries 1 to 9 and the Lagna
+    place(0);
+    bhavMid_[0] = v.VakyaLagna;
 }
-}  // namespace
 
 void clsPlanets::ApplyAyanamsha()
 {
@@ -249,7 +266,13 @@ void clsPlanets::ApplyAyanamsha()
     case 10: a = (y - 384.483) * 50.277 / 3600.0; break;
     case 11: a = (y - 663.0) * 60.66 / 3600.0; break;
     case 13: a = vb::Val(GetSetting("Init", "CustAyan", "00.00")); break;
-    case 15: a = VakyaAyanamshaOfChart(); break;
+    case 15: {
+        // The chart's own reckoning is never calculated, so its Kali day is
+        // that of the zero date and the value is the same for every moment.
+        if (!vakya_) vakya_ = std::make_shared<clsVakya>();
+        a = vakya_->CalcVakyaAyanamsha(vakya_->FindKaliDin());
+        break;
+    }
     default: subtract = false; break;  // 12, 14 and any other: no ayanamsha
     }
 
