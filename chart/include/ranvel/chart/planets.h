@@ -16,6 +16,8 @@
 
 namespace ranvel {
 
+class clsVakya;
+
 class clsPlanets {
 public:
     clsPlanets();
@@ -170,6 +172,96 @@ public:
     // ===== Upagrahas, day divisions, personal attributes =====
     // (upagraha.cpp, daydivisions.cpp, attributes.cpp)
     // BEGIN sensitive points, day divisions and attributes
+    // Sensitive points (upagraha.cpp). Each returns a longitude in degrees
+    // and is kept on the object from its first computation; 0 means not yet
+    // computed. A later Calculate does not clear them, the setter of
+    // UpagrahaMode does. Nine are fixed arcs from the Sun.
+    double DhumaLongi();
+    double VyatipataLongi();
+    double PariveshaLongi();
+    double IndraChapaLongi();
+    double UpaketuLongi();
+    double BhukampaLongi();
+    double UlkaLongi();
+    double BrahmadandaLongi();
+    double DhwajaLongi();
+    // Seven are the Lagna at the end (UpagrahaMode 1) or the beginning
+    // (any other mode) of an eighth of the day or night picked by week day.
+    double KalaBelaLong();
+    double ParidhiLong();
+    double MrityuLong();
+    double ArdhaPraharLong();
+    double YamaKantakaLong();
+    double KodandaLong();
+    double GulikaLong();
+    // The Lagna at a week day's ghati out of the day's or night's thirty.
+    double MandiLong();
+    // The point of number n, 1 Dhuma to 17 Mandi; 0 for any other n.
+    double UpagrahaLongi(int n);
+    std::string UpagrahaName(int n);
+    // The first three letters of the name.
+    std::string UpagrahaNameSmall(int n);
+    int UpagrahaSign(int n);
+    int UpagrahaNak(int n);
+    int UpaNakPada(int n);
+    // Planet number of the lord of the point's sign.
+    int UpagrahaLord(int n);
+    int GulikaSign();
+    // Read afresh at every use. The setter saves and clears the points
+    // together with sunrise, sunset and night span.
+    int UpagrahaMode() const;
+    void UpagrahaMode(int value);
+
+    // Day divisions (daydivisions.cpp). Sunrise and sunset enter as the
+    // HH.MM values they are, as plain numbers: spans and starts are numbers
+    // of that kind and their minutes are not true sixtieths.
+    static int GetDayHora(int TheDay);
+    // Element of a sign: 1 fire, 2 earth, 3 air, 4 water; 0 off the signs.
+    static int GetRashiElement(int RashiName);
+    static int GetChogadiyaType(int ChogadiyaNum, int TheDay);
+    // Parts 1 to 8 run from sunrise, 9 to 16 from sunset; 0 for any other.
+    double GetChogadiyaStart(int ChogNum);
+    double GetChogadiyaSpan(int ChogNum);
+    std::string GetChowGadiyaName(int ChogType);
+    double GetRahuKaalSpanToday();
+    double GetRahuKaalStartToday();
+    // A Hora is one clock hour here, running on from sunrise.
+    double GetHoraStart(int HoraNum);
+    static int GetHoraType(int HoraNum, int TheDay);
+    std::string GetHoraName(int HoraNum);
+    // EvilM 1 to 4; any other gives sunrise less one part.
+    double GetEvilMuhurthaStart(int EvilM);
+    double GetMuhurthaLength();
+    // Lord of p's Hora: 1 Sun or 7 Moon, from the sign as it stands now.
+    int CheckHora(int p) const;
+    // The same by the memoised Sign and KrishAmsha.
+    int HoraLord(int p);
+    // Degrees of p within its sign.
+    double KrishAmsha(int p) const;
+
+    // Personal attributes (attributes.cpp), from the Moon and its
+    // Nakshatra. Each ...No gives the number, each name member the word
+    // from the text store.
+    int VarnaNo();
+    std::string Varna();
+    int VasyaNo() const;
+    std::string Vasya();
+    int YoniNo() const;
+    std::string YoniName();
+    // The Gana of Nakshatra n; an n of 0 is first set to the birth
+    // Nakshatra, in place.
+    int Gana(int& n) const;
+    std::string AssignGana();
+    int NadiNo() const;
+    std::string AssignNadi();
+    std::string NadiPada();
+    // "F", "W", "B", "T" or "H" for Nakshatra n; "" off the table.
+    static std::string RajjuType(int n);
+    std::string Rajju();
+    int GrahaMaitriNo() const;
+    // 1 friend, 2 neutral, 3 enemy: a's view of b. A b that a's row does not
+    // hold is a run-time error.
+    static int GrahaRelation(int a, int b);
     // END sensitive points, day divisions and attributes
 
     // ===== Text store =====
@@ -213,6 +305,10 @@ private:
     void ComputeHouses();
     double AscendantFor(double t, double lat) const;
     double SwissAyanamsha(int code);
+    // Fills the planet table from the traditional reckoning in place of the
+    // ephemeris. Nothing calls it: the reckoning reaches the chart only
+    // through its ayanamsha.
+    void LoadVakyaPositions();
     double JulianDayOfRecord();
     // varga.cpp
     void VargaRowOf(double longitude);
@@ -221,6 +317,9 @@ private:
     static void CheckIndex(int i, int lo, int hi);
 
     std::shared_ptr<ranvel::clsPerson> person_;
+    // The traditional reckoning that gives the Vakya ayanamsha; made on
+    // first need and kept.
+    std::shared_ptr<clsVakya> vakya_;
     std::shared_ptr<Database> textDB_;
     std::shared_ptr<Database> recosDB_;
 
@@ -257,6 +356,16 @@ private:
     std::array<std::string, 2> directionWords_;
     bool directionWordsFilled_ = false;
     // BEGIN state of sensitive points, day divisions and attributes
+    // upagraha.cpp: the seventeen points by number, 1 to 17 (0 = not yet).
+    std::array<double, 18> upagraha_{};
+    double UpagrahaAtPart(int DayPart, int NightPart);
+    // The kept point n, 10 KalaBela to 16 Gulika, at its part by the mode.
+    double DayPartPoint(int n);
+    // The Lagna of this chart's day at decimal hour t, on a scratch chart.
+    double LagnaAtHour(double t);
+    // Sunrise and sunset read as plain numbers, the day and night parts.
+    double PlainDayPart();
+    double PlainNightPart();
     // END state of sensitive points, day divisions and attributes
 
     // Name tables, filled on first use.

@@ -1,0 +1,142 @@
+// Personal attributes from a Moon set by hand: the tables over all
+// Nakshatras and signs, the two literal tables read by text search with
+// their irregular entries, and the keys the names are asked under.
+#include <map>
+#include <string>
+
+#include "chart_fixture.h"
+#include "ranvel/platform/sinks.h"
+
+using namespace ranvel;
+using namespace ranvel::test;
+
+namespace {
+
+class Attributes : public ChartTest {
+protected:
+    void MoonInNakshatra(int n) { chart.PlanetLongi(7, (n - 0.5) * 360.0 / 27.0); }
+    void MoonInSign(int s) { chart.PlanetLongi(7, s * 30.0 - 15.0); }
+
+    clsPlanets chart;
+};
+
+}  // namespace
+
+TEST_F(Attributes, NakshatraTables)
+{
+    std::map<int, int> yoni, gana, nadi;
+    std::map<std::string, int> rajju;
+    for (int n = 1; n <= 27; ++n) {
+        MoonInNakshatra(n);
+        ++yoni[chart.YoniNo()];
+        ++nadi[chart.NadiNo()];
+        ++rajju[clsPlanets::RajjuType(n)];
+        int k = n;
+        ++gana[chart.Gana(k)];
+    }
+    // Fourteen Yonis, each serving two Nakshatras but the twelfth.
+    EXPECT_EQ(yoni.size(), 14u);
+    for (auto [y, count] : yoni) EXPECT_EQ(count, y == 12 ? 1 : 2) << y;
+    EXPECT_EQ(gana, (std::map<int, int>{{1, 9}, {2, 9}, {3, 9}}));
+    EXPECT_EQ(nadi, (std::map<int, int>{{1, 9}, {2, 9}, {3, 9}}));
+    EXPECT_EQ(rajju, (std::map<std::string, int>{{"F", 6}, {"W", 6}, {"B", 6}, {"T", 6}, {"H", 3}}));
+
+    for (auto [nak, y] : {std::pair{1, 1}, {24, 1}, {2, 2}, {27, 2}, {22, 12}}) {
+        MoonInNakshatra(nak);
+        EXPECT_EQ(chart.YoniNo(), y) << nak;
+    }
+    chart.PlanetLongi(7, 360);  // Nakshatra 28 is not in the table
+    EXPECT_EQ(chart.YoniNo(), 0);
+
+    // The Nadis run up and down: 1 2 3 3 2 1 1 ...
+    const int nadiOf[8] = {0, 1, 2, 3, 3, 2, 1, 1};
+    for (int n = 1; n <= 7; ++n) {
+        MoonInNakshatra(n);
+        EXPECT_EQ(chart.NadiNo(), nadiOf[n]) << n;
+    }
+    // Each Rajju cycle of nine goes feet to head and back, and repeats.
+    for (int n = 1; n <= 18; ++n) {
+        EXPECT_EQ(clsPlanets::RajjuType(n), clsPlanets::RajjuType(n + 9)) << n;
+        if (n <= 9) {
+            EXPECT_EQ(clsPlanets::RajjuType(n), clsPlanets::RajjuType(10 - n)) << n;
+        }
+    }
+    EXPECT_EQ(clsPlanets::RajjuType(5), "H");
+    EXPECT_EQ(clsPlanets::RajjuType(28), "");
+
+    // A Gana asked for 0 is the birth Nakshatra's, written back.
+    MoonInNakshatra(9);
+    int k = 0;
+    EXPECT_EQ(chart.Gana(k), 1);
+    EXPECT_EQ(k, 9);
+}
+
+TEST_F(Attributes, SignTablesUnderBothVarnaReckonings)
+{
+    const int varnaNorth[13] = {0, 3, 2, 1, 4, 3, 2, 1, 4, 3, 2, 1, 4};
+    const int varnaSouth[13] = {0, 2, 1, 2, 4, 3, 1, 3, 4, 3, 1, 2, 4};
+    const int vasya[13] = {0, 2, 2, 1, 3, 4, 1, 1, 5, 2, 3, 3, 3};
+    const int lord[13] = {0, 4, 3, 2, 7, 1, 2, 3, 4, 5, 6, 6, 5};
+    EXPECT_EQ(chart.CalcModVarna(), 1);  // read now and held by this chart
+    clsPlanets south;
+    south.CalcModVarna(2);
+    for (int s = 1; s <= 12; ++s) {
+        MoonInSign(s);
+        south.PlanetLongi(7, s * 30.0 - 15.0);
+        EXPECT_EQ(chart.VarnaNo(), varnaNorth[s]) << s;
+        EXPECT_EQ(south.VarnaNo(), varnaSouth[s]) << s;
+        EXPECT_EQ(chart.VasyaNo(), vasya[s]) << s;
+        EXPECT_EQ(chart.GrahaMaitriNo(), lord[s]) << s;
+    }
+    chart.PlanetLongi(7, 360);  // off the signs
+    EXPECT_EQ(chart.VarnaNo() + chart.VasyaNo() + chart.GrahaMaitriNo(), 0);
+}
+
+TEST(AttributeTables, GrahaRelationGoesByTheClosingTag)
+{
+    struct Pair {
+        int a, b, relation;
+    };
+    for (Pair p : {Pair{1, 7, 1}, {1, 2, 2}, {1, 3, 3}, {2, 7, 3}, {3, 1, 3}, {6, 5, 2}, {6, 3, 1}, {7, 6, 2},
+                   {8, 9, 3}, {9, 2, 1},
+                   // Venus's neutrals close as friends, Saturn's enemies as neutrals.
+                   {3, 4, 1}, {3, 5, 1}, {6, 1, 2}, {6, 7, 2}, {6, 4, 2}})
+        EXPECT_EQ(clsPlanets::GrahaRelation(p.a, p.b), p.relation) << p.a << " " << p.b;
+    // A planet the row does not hold is an error, not an answer.
+    for (auto [a, b] : {std::pair{1, 1}, {7, 7}, {1, 8}, {8, 10}, {0, 1}, {10, 1}})
+        EXPECT_THROW(clsPlanets::GrahaRelation(a, b), vb::RuntimeError) << a << " " << b;
+}
+
+TEST_F(Attributes, NamesAreAskedUnderTheirOwnKeys)
+{
+    auto db = Database::Create(":memory:");
+    db->ExecuteScript(
+        "CREATE TABLE CNVT (Head TEXT COLLATE NOCASE, Val TEXT, Category TEXT COLLATE NOCASE);"
+        "INSERT INTO CNVT VALUES ('1','Brahmin','VARNA'),('2','Kshatriya','VARNA'),('3','Vaishya','VARNA'),"
+        "('JALCHAR','Water-dweller','VASYA'),('1','Horse','Yoni'),('3','Deva','Gana'),('1','Adi','Nadi'),"
+        "('1','Vata','NADIPADA'),('1H','Pada','Rajju'),('5H','Shiro','Rajju'),('F','Letter','Rajju');");
+    HeadlessMessageSink sink(true);
+    SetMessageSink(&sink);
+    chart.setTextDB(db, nullptr);
+
+    // Aries: Varna number 3 but key "2"; under the other reckoning number 2
+    // and key "3".
+    MoonInSign(1);
+    EXPECT_EQ(chart.Varna(), "Kshatriya");
+    chart.CalcModVarna(2);
+    EXPECT_EQ(chart.Varna(), "Vaishya");
+    MoonInSign(4);
+    EXPECT_EQ(chart.Varna(), "Brahmin");
+    EXPECT_EQ(chart.Vasya(), "Water-dweller");
+
+    MoonInNakshatra(1);
+    EXPECT_EQ(chart.YoniName(), "Horse");
+    EXPECT_EQ(chart.AssignGana(), "Deva");
+    EXPECT_EQ(chart.AssignNadi(), "Adi");
+    EXPECT_EQ(chart.NadiPada(), "Vata");
+    EXPECT_EQ(chart.Rajju(), "Pada");
+    MoonInNakshatra(14);
+    EXPECT_EQ(chart.Rajju(), "Shiro");
+    EXPECT_TRUE(sink.Messages().empty());
+    SetMessageSink(nullptr);
+}
