@@ -1,0 +1,40 @@
+-- The text database of one language (<dir>/<dir>.DAT). Every word the
+-- program shows is found here by its head and, in the first six tables, its
+-- category; each page asks hundreds of them, so every table has an index on
+-- exactly the columns a lookup compares.
+
+CREATE TABLE CNVT (Head TEXT COLLATE NOCASE, Val TEXT COLLATE NOCASE, Category TEXT COLLATE NOCASE);
+CREATE INDEX CNVT_Head_Category ON CNVT (Head, Category);
+
+CREATE TABLE Muhu (Head TEXT COLLATE NOCASE, Val TEXT COLLATE NOCASE, Category TEXT COLLATE NOCASE);
+CREATE INDEX Muhu_Head_Category ON Muhu (Head, Category);
+
+CREATE TABLE Bhava (Head TEXT COLLATE NOCASE, Val TEXT COLLATE NOCASE, Category TEXT COLLATE NOCASE);
+CREATE INDEX Bhava_Head_Category ON Bhava (Head, Category);
+
+CREATE TABLE Nakshatra (Head TEXT COLLATE NOCASE, Val TEXT COLLATE NOCASE, Category TEXT COLLATE NOCASE);
+CREATE INDEX Nakshatra_Head_Category ON Nakshatra (Head, Category);
+
+CREATE TABLE FORTUNE (Head TEXT COLLATE NOCASE, Val TEXT COLLATE NOCASE, Category TEXT COLLATE NOCASE);
+CREATE INDEX FORTUNE_Head_Category ON FORTUNE (Head, Category);
+
+CREATE TABLE Daily (Head TEXT COLLATE NOCASE, Val TEXT COLLATE NOCASE, Category TEXT COLLATE NOCASE);
+CREATE INDEX Daily_Head_Category ON Daily (Head, Category);
+
+CREATE TABLE ASP (Head TEXT COLLATE NOCASE, Val TEXT COLLATE NOCASE);
+CREATE INDEX ASP_Head ON ASP (Head);
+
+CREATE TABLE VPHALA (Head TEXT COLLATE NOCASE, Val TEXT COLLATE NOCASE);
+CREATE INDEX VPHALA_Head ON VPHALA (Head);
+
+CREATE TABLE YOGNAME (Head TEXT COLLATE NOCASE, Val TEXT COLLATE NOCASE);
+CREATE INDEX YOGNAME_Head ON YOGNAME (Head);
+
+CREATE TABLE YOGAS (Head TEXT COLLATE NOCASE, Val TEXT COLLATE NOCASE);
+CREATE INDEX YOGAS_Head ON YOGAS (Head);
+
+CREATE TABLE MarMatch (Head TEXT COLLATE NOCASE, Val TEXT COLLATE NOCASE);
+CREATE INDEX MarMatch_Head ON MarMatch (Head);
+
+CREATE TABLE Transits (Head TEXT COLLATE NOCASE, Val TEXT COLLATE NOCASE);
+CREATE INDEX Transits_Head ON Transits (Head);
