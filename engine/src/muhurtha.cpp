@@ -160,7 +160,8 @@ void clsMuhurtha::SetMomentPlace(clsPlanets& Chart)
 void clsMuhurtha::EvaluateMoment()
 {
     Progress().Progress(kSearchTitle, kSearchLine, 0);
-    Results.assign(1, MomentResult{});
+    // Index 0 is never a moment; record 1 is the first, under work.
+    Results.assign(2, MomentResult{});
     clsPerson& p = MuhuChart->clsPerson();
     const double t = vb::Val(p.GetBirthTime());
     CurrentScore = 0;
@@ -207,7 +208,7 @@ void clsMuhurtha::ScanRange()
     const std::int64_t days = DateTime::DiffDays(StartDate, EndDate) + 1;
     if (days < 1) return;
     Progress().Progress(kSearchTitle, kSearchLine, 0);
-    Results.assign(1, MomentResult{});
+    Results.assign(2, MomentResult{});  // index 0 is never a moment
     clsPerson& p = MuhuChart->clsPerson();
     for (std::int64_t d = 1; d <= days; ++d) {
         double t = TimeStart;
@@ -249,7 +250,7 @@ clsGochara& clsMuhurtha::GocharaSearch()
 void clsMuhurtha::PickBest()
 {
     DayResults.assign(1, MomentResult{});
-    if (Results.size() < 2) throw vb::RuntimeError("Subscript out of range");
+    if (Results.size() < 3) throw vb::RuntimeError("Subscript out of range");
     const std::size_t last = Results.size() - 1;  // the empty record under work
     std::size_t best = 1;
     for (std::size_t i = 1; i < last; ++i)

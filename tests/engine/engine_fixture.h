@@ -1,0 +1,93 @@
+// Shared set-up of the engine tests: settings in memory, quiet sinks that
+// keep what they were given, a small catalogue of our own in a scratch
+// database, and a place at Delhi.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "ranvel/engine/muhurtha.h"
+#include "ranvel/engine/request_state.h"
+#include "ranvel/platform/settings.h"
+#include "ranvel/platform/sinks.h"
+
+namespace ranvel::test {
+
+inline std::string ScratchPath(const std::string& name)
+{
+    const char* dir = std::getenv("RANVEL_TEST_TMP");
+    std::filesystem::path p = dir ? dir : std::filesystem::temp_directory_path();
+    std::filesystem::create_directories(p);
+    p /= name;
+    std::filesystem::remove(p);
+    return p.string();
+}
+
+class EngineTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        SetSettingsStore(&store);
+        SetMessageSink(&messages);
+        SetProgressSink(&progress);
+        db = Database::Create(ScratchPath(std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) +
+                                          ".muhu.dat"));
+        db->ExecuteScript(
+            "CREATE TABLE Muhu (MCode TEXT COLLATE NOCASE, mname TEXT COLLATE NOCASE, Category TEXT COLLATE NOCASE,"
+            " val TEXT, Elements TEXT);"
+            "CREATE TABLE Score (element TEXT COLLATE NOCASE, Presence INTEGER, maxeffect INTEGER);"
+            "CREATE TABLE MuhuConvert (Muhuname TEXT COLLATE NOCASE, MuhuPredcode TEXT);"
+            "INSERT INTO Score VALUES ('T',10,-1),('N',10,-1),('D',5,-1),('L',5,0),('TG',4,0),('M12',4,0),"
+            "('RIKTABAD',-8,0),('RAHUKAAL',-6,0),('PH',-5,0),('VISHDAY',-7,0),('VISHTITHI',-7,0),"
+            "('LAGNASHUDDHI',-4,0),('UTTARAYAN',3,-1);"
+            "INSERT INTO MuhuConvert VALUES ('TST1','PTEST');");
+        PersonChart().reset();
+        MarriageRequest() = false;
+    }
+    void TearDown() override
+    {
+        SetSettingsStore(nullptr);
+        SetMessageSink(nullptr);
+        SetProgressSink(nullptr);
+    }
+
+    void AddMuhurtha(const std::string& code, const std::string& name, const std::string& category,
+                     const std::string& val, const std::string& elements)
+    {
+        db->Execute("INSERT INTO Muhu VALUES ('" + code + "','" + name + "','" + category + "','" + val + "','" +
+                    elements + "')");
+    }
+
+    // A chart at Delhi (28N38, 77E12, GMT 5.5) for the given moment.
+    static std::shared_ptr<clsPlanets> Delhi(int day, int month, int year, int hour, int minute)
+    {
+        auto c = std::make_shared<clsPlanets>();
+        clsPerson& p = c->clsPerson();
+        p.Day(day);
+        p.Month(month);
+        p.Year(year);
+        p.Hour(hour);
+        p.Minutes(minute);
+        p.LatDeg(28);
+        p.LatMT(38);
+        p.TextNS("N");
+        p.LongDeg(77);
+        p.LongMT(12);
+        p.TextEW("E");
+        p.GMTDIFF("5.5");
+        p.PLOB("Delhi");
+        p.Country("India");
+        return c;
+    }
+
+    MemorySettingsStore store;
+    HeadlessMessageSink messages{true};
+    HeadlessProgressSink progress;
+    std::shared_ptr<Database> db;
+};
+
+}  // namespace ranvel::test
