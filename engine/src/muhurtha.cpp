@@ -287,25 +287,20 @@ std::int32_t clsMuhurtha::LagnaStartDeg(double Longitude)
     return vb::CLng(Longitude - Norm30(Longitude));
 }
 
-std::string clsMuhurtha::GetLagnaStartTime(const DateTime& Date)
+// The clock at which the lagna in force at the date reaches the start of
+// its sign (offset 0) or of the next (offset 30).
+std::string clsMuhurtha::LagnaLimitTime(const DateTime& Date, double offset)
 {
     clsPlanets chart;
     MuhuChart->CopySettingTo(chart);
     chart.SetBirthDate(Date);
     chart.Calculate();
     double s = LagnaStartDeg(chart.PlanetLongi(0));
-    return GocharaSearch().Gochara(0, s, 20, chart)->clsPerson().GetBirthTimeFull();
+    return GocharaSearch().Gochara(0, s + offset, 20, chart)->clsPerson().GetBirthTimeFull();
 }
 
-std::string clsMuhurtha::GetLagnaEndTime(const DateTime& Date)
-{
-    clsPlanets chart;
-    MuhuChart->CopySettingTo(chart);
-    chart.SetBirthDate(Date);
-    chart.Calculate();
-    double s = LagnaStartDeg(chart.PlanetLongi(0));
-    return GocharaSearch().Gochara(0, s + 30, 20, chart)->clsPerson().GetBirthTimeFull();
-}
+std::string clsMuhurtha::GetLagnaStartTime(const DateTime& Date) { return LagnaLimitTime(Date, 0); }
+std::string clsMuhurtha::GetLagnaEndTime(const DateTime& Date) { return LagnaLimitTime(Date, 30); }
 
 DateTime clsMuhurtha::GetDayMuhuDate(int Index) const
 {

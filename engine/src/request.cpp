@@ -45,6 +45,21 @@ void DegreesOf(const std::string& text, Variant& deg, Variant& min)
     min = Variant(vb::Right(text, 2));
 }
 
+// Latitude and longitude from "000:00" texts, with their hemisphere letters.
+void SetPlace(clsPerson& p, const std::string& lati, const std::string& longi, const std::string& ns,
+              const std::string& ew)
+{
+    Variant deg, min;
+    DegreesOf(lati, deg, min);
+    p.LatDeg(deg);
+    p.LatMT(min);
+    DegreesOf(longi, deg, min);
+    p.LongDeg(deg);
+    p.LongMT(min);
+    p.TextNS(ns);
+    p.TextEW(ew);
+}
+
 void FillPerson(clsPerson& p, const RequestPerson& f)
 {
     p.Name(f.Name);
@@ -59,15 +74,7 @@ void FillPerson(clsPerson& p, const RequestPerson& f)
     p.Country(f.Country);
     // Stored as it stands: "+05.30" then reads as 5.3 hours.
     p.GMTDIFF(f.GMT);
-    Variant deg, min;
-    DegreesOf(f.Lati, deg, min);
-    p.LatDeg(deg);
-    p.LatMT(min);
-    DegreesOf(f.Longi, deg, min);
-    p.LongDeg(deg);
-    p.LongMT(min);
-    p.TextNS(f.NS);
-    p.TextEW(f.EW);
+    SetPlace(p, f.Lati, f.Longi, f.NS, f.EW);
 }
 
 // An "HH.MM" field as a number: 06.30 gives 6.3, the digits behind the point
@@ -135,15 +142,7 @@ void MuhurthaRequest::BuildMomentChart()
     std::string whole = point == std::string::npos ? gmt : gmt.substr(0, point);
     double minutes = point == std::string::npos ? 0 : vb::Val(vb::Left(gmt.substr(point + 1), 2));
     p.GMTDIFF(vb::Val(whole + "." + vb::Format(minutes / 60 * 100, "00")));
-    Variant deg, min;
-    DegreesOf(Place.Lati, deg, min);
-    p.LatDeg(deg);
-    p.LatMT(min);
-    DegreesOf(Place.Longi, deg, min);
-    p.LongDeg(deg);
-    p.LongMT(min);
-    p.TextNS(Place.NS);
-    p.TextEW(Place.EW);
+    SetPlace(p, Place.Lati, Place.Longi, Place.NS, Place.EW);
     MomentChart->Calculate();
 }
 

@@ -13,6 +13,7 @@
 #include "ranvel/chart/planets.h"
 #include "ranvel/platform/settings.h"
 #include "ranvel/platform/vbmath.h"
+#include "support/places.h"
 
 namespace ranvel::test {
 
@@ -27,23 +28,9 @@ protected:
     std::unique_ptr<clsPlanets> Delhi(int day, int month, int year, int hour, int minute)
     {
         auto c = std::make_unique<clsPlanets>();
-        clsPerson& p = c->clsPerson();
-        p.Name("Test");
-        p.Day(day);
-        p.Month(month);
-        p.Year(year);
-        p.Hour(hour);
-        p.Minutes(minute);
-        p.LatDeg(28);
-        p.LatMT(38);
-        p.TextNS("N");
-        p.LongDeg(77);
-        p.LongMT(12);
-        p.TextEW("E");
-        p.GMTDIFF("5.5");
-        p.TimeCorr("0");
-        p.PLOB("Delhi");
-        p.Country("India");
+        AtDelhi(c->clsPerson(), day, month, year, hour, minute);
+        c->clsPerson().Name("Test");
+        c->clsPerson().TimeCorr("0");
         return c;
     }
 

@@ -28,15 +28,6 @@ protected:
     clsPlanets chart;
 };
 
-std::string ScratchFile(const std::string& name)
-{
-    const char* dir = std::getenv("RANVEL_TEST_TMP");
-    std::filesystem::path p = dir ? dir : std::filesystem::temp_directory_path();
-    std::filesystem::create_directories(p);
-    p /= name;
-    std::filesystem::remove(p);
-    return p.string();
-}
 
 const DateTime kEpoch = DateTime::FromParts(2004, 7, 3);
 // Well outside the intercalary window: the plain solar month.
@@ -175,7 +166,7 @@ TEST_F(Panchanga, NamesComeFromTheTextStoreUnderTheNumber)
 {
     std::string rows;
     for (int i = 1; i <= 28; ++i) rows += "('" + std::to_string(i) + "','Nak" + std::to_string(i) + "','Nakshatra'),";
-    auto db = Database::Create(ScratchFile("panchanga_names.dat"));
+    auto db = Database::Create(":memory:");
     db->ExecuteScript(
         "CREATE TABLE CNVT (Head TEXT COLLATE NOCASE, Val TEXT, Category TEXT COLLATE NOCASE);"
         "INSERT INTO CNVT VALUES " + rows +

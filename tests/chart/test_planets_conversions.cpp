@@ -43,21 +43,9 @@ TEST(PlanetsConversions, DatesByUnitsAndNumbers)
     EXPECT_EQ(clsPlanets::DateAddEx("m", 1, DateTime::FromParts(2024, 1, 31)), DateTime::FromParts(2024, 2, 29));
 }
 
-namespace {
-std::string ScratchFile(const std::string& name)
-{
-    const char* dir = std::getenv("RANVEL_TEST_TMP");
-    std::filesystem::path p = dir ? dir : std::filesystem::temp_directory_path();
-    std::filesystem::create_directories(p);
-    p /= name;
-    std::filesystem::remove(p);
-    return p.string();
-}
-}  // namespace
-
 TEST(PlanetsConversions, NamesComeFromTheTextDatabase)
 {
-    auto db = Database::Create(ScratchFile("chart_names.dat"));
+    auto db = Database::Create(":memory:");
     db->ExecuteScript(
         "CREATE TABLE CNVT (Head TEXT COLLATE NOCASE, Val TEXT, Category TEXT COLLATE NOCASE);"
         "INSERT INTO CNVT VALUES ('1','Aries','Rashi'),('2','Taurus','Rashi'),('3','Gemini','Rashi'),"

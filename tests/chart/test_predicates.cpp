@@ -20,15 +20,6 @@ protected:
     clsPlanets chart;
 };
 
-std::string ScratchFile(const std::string& name)
-{
-    const char* dir = std::getenv("RANVEL_TEST_TMP");
-    std::filesystem::path p = dir ? dir : std::filesystem::temp_directory_path();
-    std::filesystem::create_directories(p);
-    p /= name;
-    std::filesystem::remove(p);
-    return p.string();
-}
 
 }  // namespace
 
@@ -154,7 +145,7 @@ TEST_F(Predicates, SignsAndTheMemoThatOutlivesTheSky)
 
 TEST_F(Predicates, NamesAndTheShortNameCheck)
 {
-    auto db = Database::Create(ScratchFile("predicate_names.dat"));
+    auto db = Database::Create(":memory:");
     db->ExecuteScript(
         "CREATE TABLE CNVT (Head TEXT COLLATE NOCASE, Val TEXT, Category TEXT COLLATE NOCASE);"
         "INSERT INTO CNVT VALUES ('1','Aries','Rashi'),('2','Taurus','Rashi'),('3','Gemini','Rashi'),"

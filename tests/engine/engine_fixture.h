@@ -14,6 +14,7 @@
 #include "ranvel/engine/request_state.h"
 #include "ranvel/platform/settings.h"
 #include "ranvel/platform/sinks.h"
+#include "support/places.h"
 
 namespace ranvel::test {
 
@@ -66,21 +67,7 @@ protected:
     static std::shared_ptr<clsPlanets> Delhi(int day, int month, int year, int hour, int minute)
     {
         auto c = std::make_shared<clsPlanets>();
-        clsPerson& p = c->clsPerson();
-        p.Day(day);
-        p.Month(month);
-        p.Year(year);
-        p.Hour(hour);
-        p.Minutes(minute);
-        p.LatDeg(28);
-        p.LatMT(38);
-        p.TextNS("N");
-        p.LongDeg(77);
-        p.LongMT(12);
-        p.TextEW("E");
-        p.GMTDIFF("5.5");
-        p.PLOB("Delhi");
-        p.Country("India");
+        AtDelhi(c->clsPerson(), day, month, year, hour, minute);
         return c;
     }
 

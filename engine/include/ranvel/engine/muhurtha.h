@@ -114,6 +114,7 @@ private:
     std::string TimeText(int index) const;
     bool TestOf(const std::string& code, const std::string& arg, bool& known);
     clsGochara& GocharaSearch();
+    std::string LagnaLimitTime(const DateTime& Date, double offset);
     struct ScoreRow {
         std::int32_t presence;
         bool maxeffect;
