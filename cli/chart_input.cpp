@@ -3,6 +3,8 @@
 #include <stdexcept>
 
 #include "person_json.h"
+#include "ranvel/data/datafiles.h"
+#include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/vbmath.h"
 
 namespace ranvel::cli {
@@ -40,6 +42,18 @@ RunSettings::RunSettings(const nlohmann::ordered_json& settings)
 }
 
 RunSettings::~RunSettings() { SetSettingsStore(previous_); }
+
+void OpenAppData()
+{
+    try {
+        CheckStartupFiles();
+    } catch (const FileAccessError& e) {
+        throw std::runtime_error("File '" + e.Path() + "' Was Not Found.\nPlease Re-Install.");
+    }
+    LanguageList languages;
+    languages.Fill();
+    if (!TextDB()) throw std::runtime_error("no language database could be opened under " + AppPath("EPHE"));
+}
 
 std::unique_ptr<clsPlanets> ChartFromInput(const nlohmann::ordered_json& input)
 {

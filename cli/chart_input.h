@@ -27,6 +27,11 @@ private:
     SettingsStore* previous_;
 };
 
+// Opens the installation's data under <app>: the person database and the
+// text database of the language (English). A missing file is an error that
+// names it.
+void OpenAppData();
+
 // A new chart whose record holds the input's "person" (a missing field keeps
 // the record's default), not yet calculated.
 std::unique_ptr<clsPlanets> ChartFromInput(const nlohmann::ordered_json& input);

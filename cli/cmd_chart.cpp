@@ -6,6 +6,7 @@
 #include "chart_input.h"
 #include "commands.h"
 #include "person_json.h"
+#include "ranvel/data/datafiles.h"
 #include "ranvel/chart/wrap.h"
 #include "ranvel/platform/vbmath.h"
 
@@ -52,31 +53,36 @@ nlohmann::ordered_json ChartJson(clsPlanets& c)
     return j;
 }
 
-void PrintReadable(const nlohmann::ordered_json& j)
+void PrintReadable(const nlohmann::ordered_json& j, clsPlanets& c)
 {
-    const auto& p = j["person"];
-    std::printf("Chart of %s at %s, %s\n", p["Name"].get<std::string>().c_str(), p["PLOB"].get<std::string>().c_str(),
-                p["Country"].get<std::string>().c_str());
-    std::printf("  %02d/%02d/%d %s (local clock after the calculation), GMT %s\n", p["Day"].get<int>(),
-                p["Month"].get<int>(), p["Year"].get<int>(), j["GetBirthTime"].get<std::string>().c_str(),
-                p["GMTDIFF"].get<std::string>().c_str());
-    std::printf("  ayanamsha %s deg, obliquity %.6f, sidereal time %.6f h\n\n",
-                vb::CStr(j["LysPlnt"][13].get<double>()).c_str(), j["Obliq"].get<double>(), j["SidrealTime"].get<double>());
-    std::printf("  point  longitude      sign  in sign    speed/h      retro  D9\n");
-    for (int p = 0; p <= 12; ++p) {
-        double lon = p == 0 ? j["BhavMid"][0].get<double>() : j["LysPlnt"][p].get<double>();
-        std::printf("  %5d  %13.8f  %4d  %s  %11.6f  %-5s  %2d\n", p, lon, j["PlanetRashiNum"][p].get<int>(),
-                    clsPlanets::ConvertValNoDeg(lon).c_str(), j["PlanetSpeed"][p].get<double>(),
-                    j["RetroGrade"][p].get<bool>() ? "yes" : "no", j["VargaTable"][p][6].get<int>());
+    clsPerson& p = c.clsPerson();
+    int day = p.WeekDayOfBirth();
+    std::string dayName = c.GetDayName(day);
+    std::printf("Chart of %s at %s\n", p.Name().c_str(), p.GetBirthPlace().c_str());
+    std::printf("  %s, %s, %s (local clock after the calculation), GMT %s\n", dayName.c_str(),
+                c.ConvertDateToText(p.GetBirthDate()).c_str(), p.GetBirthTime().c_str(), p.GMTDIFF().c_str());
+    std::printf("  %s %s  %s\n", p.GetLatitudeFull().c_str(), p.GetLongitudeFull().c_str(), c.AyanamshName().c_str());
+    std::printf("  ayanamsha %s deg, obliquity %.6f, sidereal time %.6f h\n\n", vb::CStr(c.LysPlnt(13)).c_str(),
+                c.Obliq(), c.SidrealTime());
+    std::printf("  %-5s %-14s %-12s %-9s %-18s %-10s %s\n", "", "longitude", "sign", "in sign", "nakshatra", "motion",
+                "navamsha");
+    for (int i = 0; i <= 12; ++i) {
+        double lon = c.PlanetLongi(i);
+        Variant nak = c.NakOf(i);
+        std::printf("  %-5s %13.8f  %-12s %-9s %-18s %-10s %s\n", c.PlanetName(i).c_str(), lon,
+                    c.ConvertRashi(c.PlanetRashiNum(i)).c_str(), clsPlanets::ConvertValNoDeg(lon).c_str(),
+                    c.GetNakshatraName(nak).c_str(), i == 0 ? "" : c.Direction(i).c_str(),
+                    c.ConvertRashi(c.PrediVarga(i, 6)).c_str());
     }
     std::printf("\n  house  middle         begin          KP cusp\n");
     for (int i = 0; i <= 12; ++i)
-        std::printf("  %5d  %13.8f  %13.8f  %13.8f\n", i, j["BhavMid"][i].get<double>(), j["BhavBegin"][i].get<double>(),
-                    j["KPHouse"][i].get<double>());
-    std::printf("\n  tithi %d (value %.6f)  nakshatra %d pada %s  yoga %d  karana %d (named %d)\n", j["Tithi"].get<int>(),
-                j["TithiValue"].get<double>(), j["Nakshatra"].get<int>(), vb::CStr(j["NakPada"].get<double>()).c_str(),
-                j["YogaNumber"].get<int>(), j["KaranNumber"].get<int>(), j["KaranName"].get<int>());
-    std::printf("  lunar month %d  week day %d\n", j["VikramiMonth"].get<int>(), j["WeekDayOfBirth"].get<int>());
+        std::printf("  %5d  %13.8f  %13.8f  %13.8f\n", i, c.BhavMid(i), c.BhavBegin(i), c.KPHouse(i));
+    Variant nak = c.Nakshatra();
+    std::printf("\n  tithi %s (%d), nakshatra %s pada %s, yoga %s, karana %s\n", c.TithiName().c_str(), c.Tithi(),
+                c.GetNakshatraName(nak).c_str(), vb::CStr(c.NakPada()).c_str(), c.YogaName().c_str(),
+                c.KaranName().c_str());
+    std::printf("  lunar month %s, Moon in %s\n",
+                c.GetVikramiMonth(j["VikramiMonth"].get<int>()).c_str(), c.RashiName().c_str());
     std::printf("  sunrise %s  sunset %s  day %.4f h  night %.4f h\n", vb::CStr(j["SunRiseTime"].get<double>()).c_str(),
                 vb::CStr(j["SunSetTime"].get<double>()).c_str(), j["DayDuration"].get<double>(),
                 j["NightDuration"].get<double>());
@@ -93,8 +99,14 @@ int CmdChart(const Args& args)
     auto chart = ChartFromInput(input);
     chart->Calculate();
     nlohmann::ordered_json out = ChartJson(*chart);
-    if (args.Flag("json")) std::cout << DumpJson(out);
-    else PrintReadable(out);
+    if (args.Flag("json")) {
+        std::cout << DumpJson(out);
+        return 0;
+    }
+    // Names come from the language's text database.
+    OpenAppData();
+    chart->setTextDB(TextDB(), nullptr);
+    PrintReadable(out, *chart);
     return 0;
 }
 

@@ -126,19 +126,6 @@ Json Lagna(clsPlanets& chart)
     return j;
 }
 
-// The installation's data: the person database and the language's texts.
-void OpenData()
-{
-    try {
-        CheckStartupFiles();
-    } catch (const FileAccessError& e) {
-        throw std::runtime_error("File '" + e.Path() + "' Was Not Found.\nPlease Re-Install.");
-    }
-    LanguageList languages;
-    languages.Fill();
-    if (!TextDB()) throw std::runtime_error("no language database could be opened under " + AppPath("EPHE"));
-}
-
 void PrintReport(clsMuhurtha& e)
 {
     const DateTime best = e.BestMuhuDate();
@@ -186,7 +173,7 @@ int CmdMuhurtha(const Args& args)
         }
     } restore;
 
-    OpenData();
+    OpenAppData();
     if (!request.CheckRangeDates()) throw std::invalid_argument("the 'To:' date can't be lesser than the 'From:' date");
     ResetEngine(std::make_unique<clsMuhurtha>());
     clsMuhurtha& e = Engine();
