@@ -50,7 +50,9 @@ DateTime DateTime::Checked(std::int64_t seconds)
 
 DateTime DateTime::FromParts(int y, int m, int d, int hh, int mm, int ss)
 {
-    if (!IsValidDate(y, m, d)) throw vb::RuntimeError("Type mismatch");
+    if (!IsValidDate(y, m, d))
+        throw vb::RuntimeError("Type mismatch: day " + std::to_string(d) + ", month " + std::to_string(m) + ", year " +
+                               std::to_string(y) + " do not form a date");
     if (hh < 0 || hh > 23 || mm < 0 || mm > 59 || ss < 0 || ss > 59) throw vb::RuntimeError("Type mismatch");
     auto ymd = year{y} / month{static_cast<unsigned>(m)} / day{static_cast<unsigned>(d)};
     return DateTime(DaysOf(ymd) * kDay + hh * 3600 + mm * 60 + ss);
