@@ -157,13 +157,9 @@ void clsMuhurtha::SetMomentPlace(clsPlanets& Chart)
     MuhuChart->Calculate();
 }
 
-void clsMuhurtha::EvaluateMoment()
+void clsMuhurtha::TestMomentAt(double t)
 {
-    Progress().Progress(kSearchTitle, kSearchLine, 0);
-    // Index 0 is never a moment; record 1 is the first, under work.
-    Results.assign(2, MomentResult{});
     clsPerson& p = MuhuChart->clsPerson();
-    const double t = vb::Val(p.GetBirthTime());
     CurrentScore = 0;
     SetClock(p, t);
     MuhuChart->Calculate();
@@ -173,6 +169,14 @@ void clsMuhurtha::EvaluateMoment()
     last.Score = CurrentScore;
     last.Time = p.GetBirthTime();
     Results.emplace_back();
+}
+
+void clsMuhurtha::EvaluateMoment()
+{
+    Progress().Progress(kSearchTitle, kSearchLine, 0);
+    // Index 0 is never a moment; record 1 is the first, under work.
+    Results.assign(2, MomentResult{});
+    TestMomentAt(vb::Val(MuhuChart->clsPerson().GetBirthTime()));
     Progress().Progress(kSearchTitle, kSearchLine, 100);
     Progress().Done();
 }
@@ -214,15 +218,7 @@ void clsMuhurtha::ScanRange()
         double t = TimeStart;
         bool crossed = false;
         for (;;) {
-            CurrentScore = 0;
-            SetClock(p, t);
-            MuhuChart->Calculate();
-            ScoreElements();
-            MomentResult& last = Results.back();
-            last.Date = p.GetBirthDate();
-            last.Score = CurrentScore;
-            last.Time = p.GetBirthTime();
-            Results.emplace_back();
+            TestMomentAt(t);
             // The clock number of AddMinutes drops the tens of minutes under
             // ten (09:05 reads 9.5, that is 09:50): the moments tested follow
             // from it and are part of the result.

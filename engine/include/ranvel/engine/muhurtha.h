@@ -111,7 +111,9 @@ public:
     void SetCaching(bool on);
 
 private:
-    std::string TimeText(int index) const;
+    // Puts MuhuChart's clock at t (HH.MM), calculates, scores, and closes
+    // the record under work.
+    void TestMomentAt(double t);
     bool TestOf(const std::string& code, const std::string& arg, bool& known);
     clsGochara& GocharaSearch();
     std::string LagnaLimitTime(const DateTime& Date, double offset);
