@@ -87,8 +87,10 @@ MuhurthaRequest RequestOf(const Json& j)
     r.FromTime = Text(j, "", "FromTime", "00.00");
     r.ToTime = Text(j, "", "ToTime", "00.00");
     for (const char* f : {"MomentTime", "FromTime", "ToTime"}) {
+        // The moment's clock is read in both modes; the window only in a range.
+        if (r.SearchMode == 2 && std::string(f) != "MomentTime") continue;
         std::string t = Text(j, "", f, "00.00");
-        if (MuhurthaRequest::ValiDateTime(t))
+        if (MuhurthaRequest::ValiDateTime(t) || !vb::IsNumeric(t))
             throw std::invalid_argument(std::string("request field '") + f + "' is not a valid time (HH.MM): '" + t + "'");
     }
     if (r.SearchMode == 1) {

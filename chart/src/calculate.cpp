@@ -40,8 +40,8 @@ void clsPlanets::AyanType(int value) { SaveSetting("Init", "AyanType", vb::CStr(
 
 int clsPlanets::CalcModmanglik()
 {
-    if (calcModmanglik_ == 0) calcModmanglik_ = IntSetting("Settings", "CalcMangMod", "1");
-    return calcModmanglik_;
+    if (!calcModmanglik_) calcModmanglik_ = IntSetting("Settings", "CalcMangMod", "1");
+    return *calcModmanglik_;
 }
 
 void clsPlanets::CalcModmanglik(int value)
@@ -52,8 +52,8 @@ void clsPlanets::CalcModmanglik(int value)
 
 int clsPlanets::CalcModVarna()
 {
-    if (calcModVarna_ == 0) calcModVarna_ = IntSetting("Settings", "CalcVarMod", "1");
-    return calcModVarna_;
+    if (!calcModVarna_) calcModVarna_ = IntSetting("Settings", "CalcVarMod", "1");
+    return *calcModVarna_;
 }
 
 void clsPlanets::CalcModVarna(int value)

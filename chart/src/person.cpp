@@ -69,10 +69,10 @@ std::string clsPerson::GetBirthTimeFull()
     return vb::Format(Hour12(hour_), "00") + ":" + vb::Format(minutes_, "00") + " " + (ampm_ == 1 ? "AM" : "PM");
 }
 
-std::string clsPerson::GetLatti() const { return Num(latDeg_) + "." + Num(latMT_) + textNS_; }
-std::string clsPerson::GetLongi() const { return Num(longDeg_) + "." + Num(longMT_) + textEW_; }
-std::string clsPerson::GetLatitudeFull() const { return Num(latDeg_) + "." + Num(latMT_) + " " + textNS_; }
-std::string clsPerson::GetLongitudeFull() const { return Num(longDeg_) + "." + Num(longMT_) + " " + textEW_; }
+std::string clsPerson::GetLatti() const { return Num(latDeg_) + "." + Num(latMT_) + TextNS(); }
+std::string clsPerson::GetLongi() const { return Num(longDeg_) + "." + Num(longMT_) + TextEW(); }
+std::string clsPerson::GetLatitudeFull() const { return Num(latDeg_) + "." + Num(latMT_) + " " + TextNS(); }
+std::string clsPerson::GetLongitudeFull() const { return Num(longDeg_) + "." + Num(longMT_) + " " + TextEW(); }
 double clsPerson::Latitude() const { return latDeg_ + latMT_ / 100.0; }
 double clsPerson::Longitude() const { return longDeg_ + longMT_ / 100.0; }
 std::string clsPerson::GetBirthPlace() const { return PLOB() + ", " + Country(); }
@@ -89,15 +89,19 @@ void clsPerson::SetBirthDate(const DateTime& date)
 
 double clsPerson::AdjustHour(double hour, int day, int month, int year)
 {
+    // The date is read from its day-first text, as the record's own date is.
+    auto dateOf = [&] {
+        return DateTime::ParseDayFirst(vb::Format(day, "00") + "/" + vb::Format(month, "00") + "/" + vb::CStr(year));
+    };
     if (hour > 24) {
         hour -= 24;
-        DateTime d = DateTime::FromParts(year, month, day).AddDays(1);
+        DateTime d = dateOf().AddDays(1);
         day_ = d.Day();
         month_ = d.Month();
         year_ = d.Year();
     } else if (hour < 0) {
         hour += 24;
-        DateTime d = DateTime::FromParts(year, month, day).AddDays(-1);
+        DateTime d = dateOf().AddDays(-1);
         day_ = d.Day();
         month_ = d.Month();
         year_ = d.Year();

@@ -80,7 +80,10 @@ double clsPlanets::MinToDec(double x) { return vb::Fix(x) + FractionOf(x) / 0.6;
 
 const std::string& clsPlanets::RashiNameOf(int sign)
 {
-    CheckIndex(sign, 1, 12);
+    // Entries 0 and 13 of the table hold no name.
+    static const std::string none;
+    CheckIndex(sign, 0, 13);
+    if (sign == 0 || sign == 13) return none;
     if (!rashiNamesFilled_) {
         for (int i = 0; i < 12; ++i) rashiNames_[static_cast<std::size_t>(i)] = GetTextBetween("CNVT", i + 1, "Rashi").ToText();
         rashiNamesFilled_ = true;
@@ -96,7 +99,7 @@ void clsPlanets::CheckIndex(int i, int lo, int hi)
 std::string clsPlanets::ConvertToDegNoVal(double lon)
 {
     double sign = vb::Fix(lon / 30.0) + 1;
-    if (sign < 1 || sign > 12) throw vb::RuntimeError("Subscript out of range");
+    if (sign < 0 || sign > 13) throw vb::RuntimeError("Subscript out of range");
     return RashiNameOf(static_cast<int>(sign));
 }
 

@@ -198,15 +198,17 @@ std::string clsPlanets::ConvertRashi(const Variant& n)
 {
     double d = n.ToDouble();
     if (d != vb::Int(d)) d = vb::Int(d / 30.0) + 1;  // a longitude
-    // Any other number is out of the table of names.
-    return RashiNameOf(d >= 1 && d <= 12 ? static_cast<int>(d) : 0);
+    // The table runs 0 to 13 with names in 1 to 12: 0 and 13 (a longitude
+    // of exactly 360) are empty, and beyond the table is an error.
+    if (d < 0 || d > 13) throw vb::RuntimeError("Subscript out of range");
+    return RashiNameOf(static_cast<int>(d));
 }
 
 std::string clsPlanets::PlanetName(int p)
 {
     std::string text = GetTextBetween("CNVT", p, "PLNTABB").ToText();
-    CheckIndex(p, 0, 12);
-    if (text != kExpectedAbbrev[p])
+    CheckIndex(p, 0, 13);
+    if (p <= 12 && text != kExpectedAbbrev[p])
         MsgBox("Invalid Data File. Please Re-install. Program will Terminate", MsgButtons::OK, "Invalid Data File",
                MsgIcon::Critical);
     return text;  // the caller goes on with what the store holds
@@ -214,7 +216,8 @@ std::string clsPlanets::PlanetName(int p)
 
 std::string clsPlanets::PlanetNameFull(int p)
 {
-    CheckIndex(p, 0, 12);
+    CheckIndex(p, 0, 13);
+    if (p == 13) return {};  // the table's last entry holds no name
     if (!planetFullNamesFilled_) {
         for (int i = 0; i <= 12; ++i)
             planetFullNames_[static_cast<std::size_t>(i)] = GetTextBetween("CNVT", i, "PLANETS").ToText();

@@ -100,6 +100,7 @@ void RefreshLanguageInclude()
 void LanguageList::Fill()
 {
     langs_ = Database::Open(EphePath("COMMON\\LANGS.Dat"));
+    muhu_ = Database::Open(EphePath("COMMON\\MUHU.DAT"));  // the form holds the catalogue from here on
     rows_ = langs_->OpenRecordset("SELECT * FROM Language ORDER BY Name");
     items_.clear();
     index_ = -1;
@@ -111,10 +112,13 @@ void LanguageList::Fill()
         if (name == "English" && included) items_.push_back(name);
     }
     if (items_.empty()) return;
-    double saved = vb::Fix(vb::Val(clsIni().GetIniString("SelLang", "0", "", "")));
+    // Taken as a list index: rounded to a whole number; -1 selects nothing.
+    double saved = vb::Val(clsIni().GetIniString("SelLang", "0", "", ""));
     int last = static_cast<int>(items_.size()) - 1;
-    if (saved < 0) return;  // no selection
-    Select(saved <= last ? static_cast<int>(saved) : 0);
+    int index = saved <= last ? vb::CLng(saved) : 0;
+    if (index == -1) return;
+    if (index < -1) throw vb::RuntimeError("Invalid property value");
+    Select(index);
 }
 
 void LanguageList::Select(int index)

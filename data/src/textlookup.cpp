@@ -51,10 +51,9 @@ Variant RunOwnQuery(Database* textDB, const OwnQuery& q, const Variant& head, st
     if (rs->HasRows()) {
         rs->MoveFirst();
         Variant v = rs->Field("val");
-        if (v.IsNull()) {
-            if (q.guardsNull) return Variant(std::string());
-            throw vb::RuntimeError("Invalid use of Null");
-        }
+        // Only the daily texts turn a Null into ""; the others hand it back
+        // and the caller's text work reads it as nothing.
+        if (v.IsNull() && q.guardsNull) return Variant(std::string());
         return v;
     }
     std::string text = Msg(2) + " '" + h + "'";
@@ -79,7 +78,7 @@ Variant GetHeadValue(Database* textDB, int mode, const Variant& head, std::strin
 {
     switch (mode) {
     case 1: return GetTextBetween(textDB, "CNVT", head, category);
-    case 2: return RunOwnQuery(textDB, kYogas, head, "");
+    case 2: return RunOwnQuery(textDB, kYogas, head, category);  // the category shows only in the message
     case 3: return RunOwnQuery(textDB, kVphala, head, "");
     case 4: return GetTextBetween(textDB, "MarMatch", head, "");
     case 5: return GetConjText(textDB, head);

@@ -183,6 +183,7 @@ void clsMuhurtha::EvaluateMoment()
 
 void clsMuhurtha::CheckMuhuMoment(const std::string& Name, const std::string& Category, clsPlanets& Chart)
 {
+    SetCaching(caching_);  // the caches last one run: settings may change between runs
     StartDate = Chart.clsPerson().GetBirthDate();
     EndDate = StartDate;
     LoadMuhurtha(FindMuhuCode(Name, Category));
@@ -197,6 +198,7 @@ void clsMuhurtha::CheckMuhuMoment(const std::string& Name, const std::string& Ca
 void clsMuhurtha::CheckMuhurtha(const std::string& Name, const std::string& Category, const DateTime& From,
                                 const DateTime& To, double FromTime, double ToTime, clsPlanets& Chart)
 {
+    SetCaching(caching_);  // the caches last one run: settings may change between runs
     StartDate = From;
     EndDate = To;
     TimeStart = FromTime;

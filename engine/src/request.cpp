@@ -123,7 +123,10 @@ void MuhurthaRequest::LoadBoyGirlCharts()
 
 void MuhurthaRequest::BuildMomentChart()
 {
-    if (!MomentChart) MomentChart = std::make_shared<clsPlanets>();
+    if (!MomentChart) {
+        MomentChart = std::make_shared<clsPlanets>();
+        MomentChart->setTextDB(textDB_, recosDB_);
+    }
     clsPerson& p = MomentChart->clsPerson();
     p.Name("Muhurtha");
     p.Day(vb::Mid(MomentDate, 1, 2));
@@ -148,6 +151,8 @@ void MuhurthaRequest::BuildMomentChart()
 
 void MuhurthaRequest::RunEngine(clsMuhurtha& engine, std::shared_ptr<Database> textDB, std::shared_ptr<Database> recosDB)
 {
+    textDB_ = textDB;
+    recosDB_ = recosDB;
     MarriageRequest() = vb::UCase(Category) == "MARRIAGE";
     auto fresh = [&] {
         auto c = std::make_shared<clsPlanets>();
@@ -158,6 +163,7 @@ void MuhurthaRequest::RunEngine(clsMuhurtha& engine, std::shared_ptr<Database> t
     if (MarriageRequest()) {
         BoyChart() = fresh();
         GirlChart() = fresh();
+        MatchChart() = fresh();
         LoadBoyGirlCharts();
         BoyChart()->Calculate();
         GirlChart()->Calculate();

@@ -22,6 +22,12 @@ std::shared_ptr<clsPlanets>& GirlChart()
     return chart;
 }
 
+std::shared_ptr<clsPlanets>& MatchChart()
+{
+    static std::shared_ptr<clsPlanets> chart;
+    return chart;
+}
+
 bool& MarriageRequest()
 {
     static bool marriage = false;

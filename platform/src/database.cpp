@@ -348,6 +348,7 @@ void Recordset::MoveFirst()
 {
     if (rows_.empty()) throw DatabaseError(kNoCurrent);
     mode_ = EditMode::None;
+    onDeleted_ = false;
     pos_ = 0;
 }
 
@@ -355,20 +356,30 @@ void Recordset::MoveLast()
 {
     if (rows_.empty()) throw DatabaseError(kNoCurrent);
     mode_ = EditMode::None;
+    onDeleted_ = false;
     pos_ = static_cast<long>(rows_.size()) - 1;
 }
 
 void Recordset::MoveNext()
 {
-    if (IsEOF()) throw DatabaseError(kNoCurrent);
     mode_ = EditMode::None;
+    if (onDeleted_) {  // the row after the deleted one already stands here
+        onDeleted_ = false;
+        return;
+    }
+    if (IsEOF()) throw DatabaseError(kNoCurrent);
     ++pos_;
 }
 
 void Recordset::MovePrevious()
 {
-    if (IsBOF()) throw DatabaseError(kNoCurrent);
     mode_ = EditMode::None;
+    if (onDeleted_) {
+        onDeleted_ = false;
+        --pos_;
+        return;
+    }
+    if (IsBOF()) throw DatabaseError(kNoCurrent);
     --pos_;
 }
 
@@ -376,6 +387,7 @@ void Recordset::Move(long n)
 {
     if ((n > 0 && IsEOF()) || (n < 0 && IsBOF())) throw DatabaseError(kNoCurrent);
     mode_ = EditMode::None;
+    onDeleted_ = false;
     long target = pos_ + n;
     pos_ = std::clamp(target, -1L, static_cast<long>(rows_.size()));
 }
@@ -402,6 +414,7 @@ Variant Recordset::Field(std::size_t index) const
         throw DatabaseError("Item not found in this collection: field number " + std::to_string(index));
     // During Edit or AddNew a read sees the values being prepared.
     if (mode_ != EditMode::None) return buffer_[index];
+    if (onDeleted_) throw DatabaseError("Record is deleted.");
     if (IsEOF() || IsBOF()) throw DatabaseError(kNoCurrent);
     return rows_[pos_][index];
 }
@@ -409,6 +422,7 @@ Variant Recordset::Field(std::size_t index) const
 void Recordset::Edit()
 {
     if (!updatable_) throw DatabaseError(kNotSupported);
+    if (onDeleted_) throw DatabaseError("Record is deleted.");
     if (IsEOF() || IsBOF()) throw DatabaseError(kNoCurrent);
     mode_ = EditMode::Edit;
     buffer_ = rows_[pos_];
@@ -418,6 +432,7 @@ void Recordset::Edit()
 void Recordset::AddNew()
 {
     if (!updatable_) throw DatabaseError(kNotSupported);
+    addFrom_ = pos_;
     mode_ = EditMode::Add;
     buffer_.assign(fields_.size(), Variant::Null());
     dirty_.assign(fields_.size(), false);
@@ -490,7 +505,7 @@ void Recordset::Update()
         std::int64_t rowid = sqlite3_last_insert_rowid(db);
         rows_.push_back(ReadRow(db, table_, rowid, fields_, buffer_));
         rowids_.push_back(rowid);
-        pos_ = static_cast<long>(rows_.size()) - 1;
+        pos_ = addFrom_;  // the row current before AddNew stays current
     }
     mode_ = EditMode::None;
     buffer_.clear();
@@ -508,6 +523,7 @@ void Recordset::Delete()
 {
     if (!updatable_) throw DatabaseError(kNotSupported);
     mode_ = EditMode::None;
+    if (onDeleted_) throw DatabaseError("Record is deleted.");
     if (IsEOF() || IsBOF()) throw DatabaseError(kNoCurrent);
     Statement st(db_->Handle(), "DELETE FROM " + QuoteName(table_) + " WHERE rowid = ?1");
     st.Bind(1, Variant(static_cast<long long>(rowids_[pos_])));
@@ -515,6 +531,7 @@ void Recordset::Delete()
     if (sqlite3_changes(db_->Handle()) == 0) throw DatabaseError("Record is deleted.");
     rows_.erase(rows_.begin() + pos_);
     rowids_.erase(rowids_.begin() + pos_);
+    onDeleted_ = true;
 }
 
 void Recordset::FindFirst(std::string_view criteria) { Find(criteria, 0); }

@@ -159,7 +159,8 @@ TEST_F(Predicates, NamesAndTheShortNameCheck)
 
     EXPECT_EQ(chart.ConvertRashi(45.5), "Taurus");  // a fraction: a longitude
     EXPECT_EQ(chart.ConvertRashi(12), "Pisces");
-    EXPECT_THROW(chart.ConvertRashi(13), vb::RuntimeError);
+    EXPECT_EQ(chart.ConvertRashi(13), "");  // a longitude of exactly 360
+    EXPECT_THROW(chart.ConvertRashi(14), vb::RuntimeError);
     chart.PlanetLongi(0, 100);
     EXPECT_EQ(chart.PlanetRashiName(0), "Cancer");
     chart.PlanetLongi(7, 200);
@@ -188,6 +189,7 @@ TEST_F(Predicates, NamesAndTheShortNameCheck)
     EXPECT_EQ(chart.PlanetNameFull(1), "Surya");
     EXPECT_EQ(chart.PlanetNameFull(12), "");
     EXPECT_EQ(sink.Messages().size(), 10u);
-    EXPECT_THROW(chart.PlanetNameFull(13), vb::RuntimeError);
+    EXPECT_EQ(chart.PlanetNameFull(13), "");
+    EXPECT_THROW(chart.PlanetNameFull(14), vb::RuntimeError);
     SetMessageSink(nullptr);
 }

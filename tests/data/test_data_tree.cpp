@@ -214,8 +214,13 @@ TEST(EnglishTexts, EveryTextTableIsSearchedThroughAnIndex)
     for (const char* t : {"CNVT", "Muhu", "Bhava", "Nakshatra", "FORTUNE", "Daily"}) {
         std::string p = plan(std::string("SELECT Val From ") + t + " WHERE  Head = '1' AND Category = 'Rashi'");
         EXPECT_NE(p.find("USING INDEX"), std::string::npos) << t << ": " << p;
-        EXPECT_NE(p.find("Category=?"), std::string::npos) << t << ": " << p;
     }
+    // The index is on the head alone, so rows of one head still come in
+    // table order when no category is given: the first row answers.
+    auto rs = text->OpenRecordset("SELECT Val From CNVT WHERE  Head = '1'");
+    ASSERT_TRUE(rs->HasRows());
+    rs->MoveFirst();
+    EXPECT_EQ(rs->Field("Val").ToText(), "Sun");
     for (const char* t : {"ASP", "VPHALA", "YOGNAME", "YOGAS", "MarMatch", "Transits"}) {
         std::string p = plan(std::string("SELECT Val From ") + t + " WHERE  Head = '1'");
         EXPECT_NE(p.find("USING INDEX"), std::string::npos) << t << ": " << p;

@@ -25,6 +25,7 @@ protected:
         SetAppDir(app.string());
         SetMessageSink(&sink);
         TextDB().reset();
+        Database::Create((app / "EPHE" / "COMMON" / "MUHU.DAT").string())->Execute("PRAGMA user_version = 0");
         langs = Database::Create((app / "EPHE" / "COMMON" / "LANGS.Dat").string());
         langs->ExecuteScript(
             "CREATE TABLE Language (Name TEXT COLLATE NOCASE, directory TEXT COLLATE NOCASE, Include INTEGER,"

@@ -96,15 +96,22 @@ TEST_F(DatabaseTest, EditAddAndDeleteReachTheFile)
         rs->SetField("City", Variant("Chennai"));
         rs->SetField("Country", Variant("India"));
         rs->Update();
-        EXPECT_EQ(rs->AbsolutePosition(), 3);
+        // The row current before AddNew stays current; the new row is last.
+        EXPECT_EQ(rs->AbsolutePosition(), 1);
+        EXPECT_EQ(rs->Field("City").ToText(), "Delhi");
+        rs->MoveLast();
         EXPECT_EQ(rs->Field("City").ToText(), "Chennai");
         EXPECT_TRUE(rs->Field("Lat").IsNull());
 
         rs->MoveFirst();
         rs->Move(2);  // Agra
         rs->Delete();
-        EXPECT_EQ(rs->Field("City").ToText(), "Chennai");  // the row after it
+        // The deleted row stays current until the next move.
+        EXPECT_THROW(rs->Field("City"), DatabaseError);
+        EXPECT_THROW(rs->Edit(), DatabaseError);
         EXPECT_EQ(rs->RecordCount(), 3);
+        rs->MoveNext();
+        EXPECT_EQ(rs->Field("City").ToText(), "Chennai");  // the row after it
 
         EXPECT_THROW(rs->Update(), DatabaseError);  // no Edit or AddNew pending
         rs->Edit();
@@ -115,6 +122,7 @@ TEST_F(DatabaseTest, EditAddAndDeleteReachTheFile)
         lang->SetField("Name", Variant("Tamil"));
         lang->SetField("Include", Variant(true));
         lang->Update();
+        lang->MoveLast();
         // Defaults are read back from the file; a yes/no value is stored as 1.
         EXPECT_EQ(lang->Field("HeaderSize"), Variant(14LL));
         EXPECT_EQ(lang->Field("Include"), Variant(1LL));

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "ranvel/chart/person.h"
@@ -60,8 +61,8 @@ public:
     // The Moon's sign (0 for a longitude of exactly 360) and its name.
     int RashiNum() const;
     std::string RashiName();
-    // Degrees per hour from the table; for the Lagna from a scratch chart an
-    // hour (and a minute) later.
+    // Degrees per hour from the table; for the Lagna from a scratch chart
+    // moved by AddMinutes(60), exactly an hour.
     double PlanetSpeed(int p);
     bool RetroGrade(int p) const;
     // Hour12 of the sum of the signs of p and the Lagna, plus one.
@@ -344,8 +345,8 @@ private:
     // Kept across Calculate.
     std::array<int, 14> signMemo_{};  // 0 means not yet computed
     int rahuKetuMode_ = 1;
-    int calcModmanglik_ = 0;  // 0 means not yet read from the settings
-    int calcModVarna_ = 0;
+    std::optional<int> calcModmanglik_;  // read from the settings on first use
+    std::optional<int> calcModVarna_;
     std::array<std::array<std::int16_t, 18>, 14> vargaTable_{};
     std::array<std::int16_t, 18> vargaRow_{};  // scratch row, 1 to 17, kept between points
 

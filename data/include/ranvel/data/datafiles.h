@@ -95,6 +95,7 @@ public:
 
 private:
     std::shared_ptr<Database> langs_;
+    std::shared_ptr<Database> muhu_;
     std::unique_ptr<Recordset> rows_;
     std::vector<std::string> items_;
     int index_ = -1;

@@ -30,7 +30,7 @@ inline constexpr SettingKey StartDir{"Settings`", "StartDir", ""};
 // GENDAT.INI, section of the application's title.
 inline constexpr SettingKey SelLang{"", "SelLang", "0"};
 inline constexpr SettingKey DispName{"", "DispName", "Tessaly"};
-inline constexpr SettingKey DispAdd{"", "DispAdd", "Ranvel, 12 Observatory Lane, Pune 411001, India"};
+inline constexpr SettingKey DispAdd{"", "DispAdd", "Ranvel Muhurtha Desk, 14 Lantern Row, Nashik 422001"};
 inline constexpr SettingKey ShowError{"", "SHOWERROR", "True"};
 }  // namespace keys
 

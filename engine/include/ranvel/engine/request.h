@@ -61,6 +61,11 @@ public:
     RequestPlace Place;
     RequestPerson Person, Boy, Girl;
 
+private:
+    std::shared_ptr<Database> textDB_, recosDB_;
+
+public:
+
     // In range mode: a To date before the From date is refused with the
     // message "Error in date."; equal dates pass.
     bool CheckRangeDates();
@@ -69,6 +74,8 @@ public:
     static bool ValiDateTime(const std::string& field);
     // The generation: charts for the persons and the place, then the engine.
     void RunEngine(clsMuhurtha& engine, std::shared_ptr<Database> textDB, std::shared_ptr<Database> recosDB);
+    // Makes MomentChart when it is missing, with the text database of the
+    // last generation.
     void BuildMomentChart();
     void LoadPersonChart();
     void LoadBoyGirlCharts();

@@ -13,6 +13,8 @@ std::shared_ptr<clsPlanets>& PersonChart();
 // Made on first use (empty and uncalculated) when nothing set them.
 std::shared_ptr<clsPlanets>& BoyChart();
 std::shared_ptr<clsPlanets>& GirlChart();
+// The third chart of a marriage, kept for the match text.
+std::shared_ptr<clsPlanets>& MatchChart();
 // True when the request's upper-cased category is "MARRIAGE".
 bool& MarriageRequest();
 

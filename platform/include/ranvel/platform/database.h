@@ -125,6 +125,11 @@ private:
     std::vector<Variant> buffer_;
     std::vector<bool> dirty_;
     bool noMatch_ = true;
+    // A deleted row stays current until the next move, as in the original
+    // engine: reading it is an error, and MoveNext goes on to the row after.
+    bool onDeleted_ = false;
+    // An added row does not become current: the row before AddNew stays.
+    long addFrom_ = 0;
 };
 
 }  // namespace ranvel
