@@ -7,6 +7,7 @@
 #include "ranvel/chart/person.h"
 #include "ranvel/chart/planets.h"
 #include "ranvel/platform/settings.h"
+#include "support/places.h"
 
 extern "C" {
 #include <swephexp.h>
@@ -69,22 +70,7 @@ static void BM_SweCalls(benchmark::State& state)
 }
 BENCHMARK(BM_SweCalls);
 
-static void AtDelhi(clsPlanets& c)
-{
-    clsPerson& p = c.clsPerson();
-    p.Day(15);
-    p.Month(3);
-    p.Year(2024);
-    p.Hour(10);
-    p.Minutes(0);
-    p.LatDeg(28);
-    p.LatMT(38);
-    p.TextNS("N");
-    p.LongDeg(77);
-    p.LongMT(12);
-    p.TextEW("E");
-    p.GMTDIFF("5.5");
-}
+static void AtDelhi(clsPlanets& c) { test::AtDelhi(c.clsPerson(), 15, 3, 2024, 10, 0); }
 
 static void BM_Calculate(benchmark::State& state)
 {

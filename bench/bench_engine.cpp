@@ -10,6 +10,7 @@
 #include "ranvel/engine/request_state.h"
 #include "ranvel/platform/settings.h"
 #include "ranvel/platform/sinks.h"
+#include "support/places.h"
 
 using namespace ranvel;
 
@@ -58,17 +59,7 @@ std::shared_ptr<Database> Catalogue()
 std::shared_ptr<clsPlanets> Place()
 {
     auto c = std::make_shared<clsPlanets>();
-    clsPerson& p = c->clsPerson();
-    p.Day(1);
-    p.Month(1);
-    p.Year(2024);
-    p.LatDeg(28);
-    p.LatMT(38);
-    p.TextNS("N");
-    p.LongDeg(77);
-    p.LongMT(12);
-    p.TextEW("E");
-    p.GMTDIFF("5.5");
+    test::AtDelhi(c->clsPerson(), 1, 1, 2024, 0, 0);
     c->Calculate();
     return c;
 }

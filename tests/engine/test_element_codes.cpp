@@ -2,45 +2,16 @@
 // not; the sunrise windows on real charts at Delhi.
 #include "engine_fixture.h"
 
-#include "ranvel/chart/wrap.h"
-
 using namespace ranvel;
 using namespace ranvel::test;
 
-class ElementCodes : public EngineTest {
+class ElementCodes : public ElementTest {
 protected:
-    void SetUp() override
-    {
-        EngineTest::SetUp();
-        engine = std::make_unique<clsMuhurtha>(db);
-        engine->Results.assign(2, MomentResult{});
-    }
-
-    // 17 March 2024 was a Sunday; the others follow from it.
+    // A day of March 2024 at 10:00; 17 March was a Sunday.
     void Sky(int day, std::initializer_list<std::pair<int, double>> points)
     {
-        engine->MuhuChart = Delhi(day, 3, 2024, 10, 0);
-        clsPlanets& c = *engine->MuhuChart;
-        for (int p = 1; p <= 12; ++p) {
-            c.PlanetLongi(p, 100 + p);
-            c.PlanetLongi(p + 13, 100 + p + 0.01);
-        }
-        c.PlanetLongi(0, 200);
-        for (auto [p, v] : points) {
-            c.PlanetLongi(p, v);
-            if (p > 0) c.PlanetLongi(p + 13, Norm360(v + 0.01));
-        }
-        c.ComputeMoonNumbers();
+        ElementTest::Sky(day, 3, 2024, 10, 0, points);
     }
-
-    bool Holds(const std::string& item)
-    {
-        const std::size_t before = engine->Results.back().FructElems.size();
-        engine->CheckElement(item);
-        return engine->Results.back().FructElems.size() != before;
-    }
-
-    std::unique_ptr<clsMuhurtha> engine;
 };
 
 TEST_F(ElementCodes, YogasOfDayTithiAndNakshatra)

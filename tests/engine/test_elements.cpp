@@ -2,49 +2,10 @@
 // its rule turns, the fruct list it writes, and the persons' paths.
 #include "engine_fixture.h"
 
-#include "ranvel/chart/wrap.h"
-
 using namespace ranvel;
 using namespace ranvel::test;
 
-class Elements : public EngineTest {
-protected:
-    void SetUp() override
-    {
-        EngineTest::SetUp();
-        engine = std::make_unique<clsMuhurtha>(db);
-        engine->Results.assign(2, MomentResult{});
-    }
-
-    // The working chart on a date and clock, with the given longitudes
-    // (Lagna as point 0) and every other body parked far from them.
-    void Sky(int day, int month, int year, int hour, int minute, std::initializer_list<std::pair<int, double>> points)
-    {
-        engine->MuhuChart = Delhi(day, month, year, hour, minute);
-        clsPlanets& c = *engine->MuhuChart;
-        for (int p = 1; p <= 12; ++p) {
-            c.PlanetLongi(p, 100 + p);
-            c.PlanetLongi(p + 13, 100 + p + 0.01);
-        }
-        c.PlanetLongi(0, 200);
-        for (auto [p, v] : points) {
-            c.PlanetLongi(p, v);
-            if (p > 0) c.PlanetLongi(p + 13, Norm360(v + 0.01));
-        }
-        c.ComputeMoonNumbers();
-    }
-
-    // Present when the item noted itself in the fruct list (a code without a
-    // Score row scores 0 but is noted all the same).
-    bool Holds(const std::string& item)
-    {
-        const std::size_t before = engine->Results.back().FructElems.size();
-        engine->CheckElement(item);
-        return engine->Results.back().FructElems.size() != before;
-    }
-
-    std::unique_ptr<clsMuhurtha> engine;
-};
+using Elements = ElementTest;
 
 TEST_F(Elements, EqualityCodesCompareTheirArgumentAsText)
 {
