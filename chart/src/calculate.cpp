@@ -31,7 +31,12 @@ namespace {
 int IntSetting(const std::string& section, const std::string& key, const std::string& deflt)
 {
     // A value that is not a number is a run-time error of the caller.
-    return Variant(GetSetting(section, key, deflt)).ToLong();
+    const std::string text = GetSetting(section, key, deflt);
+    try {
+        return Variant(text).ToLong();
+    } catch (const vb::RuntimeError& e) {
+        throw vb::RuntimeError(std::string(e.what()) + ": setting " + section + "/" + key + " holds '" + text + "'");
+    }
 }
 }  // namespace
 

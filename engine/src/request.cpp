@@ -160,19 +160,27 @@ void MuhurthaRequest::RunEngine(clsMuhurtha& engine, std::shared_ptr<Database> t
         return c;
     };
     engine.MuhuChart = fresh();
+    // A fault names the chart it arose in; the command ends all the same.
+    auto naming = [](const char* whose, auto&& step) {
+        try {
+            step();
+        } catch (const vb::RuntimeError& e) {
+            throw vb::RuntimeError(std::string(e.what()) + " (in the chart of the " + whose + ")");
+        }
+    };
     if (MarriageRequest()) {
         BoyChart() = fresh();
         GirlChart() = fresh();
         MatchChart() = fresh();
         LoadBoyGirlCharts();
-        BoyChart()->Calculate();
-        GirlChart()->Calculate();
+        naming("boy", [] { BoyChart()->Calculate(); });
+        naming("girl", [] { GirlChart()->Calculate(); });
     } else {
         PersonChart() = fresh();
         LoadPersonChart();
-        PersonChart()->Calculate();
+        naming("person", [] { PersonChart()->Calculate(); });
     }
-    BuildMomentChart();
+    naming("moment and place", [this] { BuildMomentChart(); });
     if (SearchMode == 1) {
         engine.CheckMuhurtha(MuhuName, Category, DateOf(FromDate), DateOf(ToDate), ClockNumber(FromTime),
                              ClockNumber(ToTime), *MomentChart);
