@@ -29,5 +29,6 @@ int CmdChart(const Args& args);
 int CmdVakya(const Args& args);
 int CmdGochara(const Args& args);
 int CmdMuhurtha(const Args& args);
+int CmdCatalogue(const Args& args);
 
 }  // namespace ranvel::cli

@@ -29,6 +29,8 @@ const char* const kUsage =
     "      Vakya ayanamsha\n"
     "  muhurtha --request FILE [--json]\n"
     "      search the best Muhurtha of a request (a moment or a range of days)\n"
+    "  catalogue [--category KEY] [--json]\n"
+    "      the Muhurthas a request can name, by category\n"
     "  gochara --input FILE --planet P --target DEG --tolerance ARCMIN [--json]\n"
     "      the first moment from the chart's at which point P (0 Lagna .. 12)\n"
     "      reaches the longitude\n"
@@ -61,6 +63,7 @@ int main(int argc, char** argv)
             {"vakya", {ranvel::cli::CmdVakya, {"json"}}},
             {"gochara", {ranvel::cli::CmdGochara, {"json"}}},
             {"muhurtha", {ranvel::cli::CmdMuhurtha, {"json"}}},
+            {"catalogue", {ranvel::cli::CmdCatalogue, {"json"}}},
         };
         auto it = commands.find(args[0]);
         if (it == commands.end()) {
