@@ -49,6 +49,19 @@ void Only(const Json& obj, const std::string& where, std::initializer_list<const
     }
 }
 
+// The place fields, the same for the request's place and for each person.
+template <typename T>
+void PlaceOf(const Json& obj, const std::string& w, T& out)
+{
+    out.Country = Text(obj, w.c_str(), "Country", "");
+    out.City = Text(obj, w.c_str(), "City", "");
+    out.Lati = Text(obj, w.c_str(), "Lati", "000:00");
+    out.Longi = Text(obj, w.c_str(), "Longi", "000:00");
+    out.NS = Text(obj, w.c_str(), "NS", "N");
+    out.EW = Text(obj, w.c_str(), "EW", "E");
+    out.GMT = Text(obj, w.c_str(), "GMT", "+00.00");
+}
+
 RequestPerson PersonOf(const Json& obj, const std::string& name)
 {
     Only(obj, name, {"Name", "Sex", "BDate", "BTime", "AMPM", "Country", "City", "Lati", "Longi", "NS", "EW", "GMT"});
@@ -59,13 +72,7 @@ RequestPerson PersonOf(const Json& obj, const std::string& name)
     p.BDate = Text(obj, w.c_str(), "BDate", "00/00/0000");
     p.BTime = Text(obj, w.c_str(), "BTime", "00.00");
     p.AMPM = Whole(obj, w.c_str(), "AMPM", 1);
-    p.Country = Text(obj, w.c_str(), "Country", "");
-    p.City = Text(obj, w.c_str(), "City", "");
-    p.Lati = Text(obj, w.c_str(), "Lati", "000:00");
-    p.Longi = Text(obj, w.c_str(), "Longi", "000:00");
-    p.NS = Text(obj, w.c_str(), "NS", "N");
-    p.EW = Text(obj, w.c_str(), "EW", "E");
-    p.GMT = Text(obj, w.c_str(), "GMT", "+00.00");
+    PlaceOf(obj, w, p);
     return p;
 }
 
@@ -106,13 +113,7 @@ MuhurthaRequest RequestOf(const Json& j)
     if (j.contains("Place")) {
         const Json& p = j["Place"];
         Only(p, "Place", {"Country", "City", "Lati", "Longi", "NS", "EW", "GMT"});
-        r.Place.Country = Text(p, "Place.", "Country", "");
-        r.Place.City = Text(p, "Place.", "City", "");
-        r.Place.Lati = Text(p, "Place.", "Lati", "000:00");
-        r.Place.Longi = Text(p, "Place.", "Longi", "000:00");
-        r.Place.NS = Text(p, "Place.", "NS", "N");
-        r.Place.EW = Text(p, "Place.", "EW", "E");
-        r.Place.GMT = Text(p, "Place.", "GMT", "+00.00");
+        PlaceOf(p, "Place.", r.Place);
     }
     if (j.contains("Person")) r.Person = PersonOf(j["Person"], "Person");
     if (j.contains("Boy")) r.Boy = PersonOf(j["Boy"], "Boy");

@@ -43,29 +43,24 @@ int IntSetting(const std::string& section, const std::string& key, const std::st
 int clsPlanets::AyanType() const { return IntSetting("Init", "AyanType", "1"); }
 void clsPlanets::AyanType(int value) { SaveSetting("Init", "AyanType", vb::CStr(value)); }
 
-int clsPlanets::CalcModmanglik()
+namespace {
+// Read from the settings on first use and held; the setter holds and saves.
+int Held(std::optional<int>& held, const char* key)
 {
-    if (!calcModmanglik_) calcModmanglik_ = IntSetting("Settings", "CalcMangMod", "1");
-    return *calcModmanglik_;
+    if (!held) held = IntSetting("Settings", key, "1");
+    return *held;
 }
+void Hold(std::optional<int>& held, const char* key, int value)
+{
+    held = value;
+    SaveSetting("Settings", key, vb::CStr(value));
+}
+}  // namespace
 
-void clsPlanets::CalcModmanglik(int value)
-{
-    calcModmanglik_ = value;
-    SaveSetting("Settings", "CalcMangMod", vb::CStr(value));
-}
-
-int clsPlanets::CalcModVarna()
-{
-    if (!calcModVarna_) calcModVarna_ = IntSetting("Settings", "CalcVarMod", "1");
-    return *calcModVarna_;
-}
-
-void clsPlanets::CalcModVarna(int value)
-{
-    calcModVarna_ = value;
-    SaveSetting("Settings", "CalcVarMod", vb::CStr(value));
-}
+int clsPlanets::CalcModmanglik() { return Held(calcModmanglik_, "CalcMangMod"); }
+void clsPlanets::CalcModmanglik(int value) { Hold(calcModmanglik_, "CalcMangMod", value); }
+int clsPlanets::CalcModVarna() { return Held(calcModVarna_, "CalcVarMod"); }
+void clsPlanets::CalcModVarna(int value) { Hold(calcModVarna_, "CalcVarMod", value); }
 
 // ---------------------------------------------------------------------------
 // Calculate

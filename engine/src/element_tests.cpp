@@ -23,18 +23,6 @@ bool In(int x, std::initializer_list<int> set)
     return false;
 }
 
-std::vector<std::string> Split(const std::string& s, char sep)
-{
-    std::vector<std::string> parts;
-    std::size_t start = 0;
-    for (;;) {
-        std::size_t p = s.find(sep, start);
-        parts.push_back(s.substr(start, p == std::string::npos ? std::string::npos : p - start));
-        if (p == std::string::npos) break;
-        start = p + 1;
-    }
-    return parts;
-}
 
 // The digits of a number behind its point, read as a fraction ("6.05" gives
 // 0.05), from the number's own text.
@@ -475,7 +463,7 @@ bool clsMuhurtha::TestOf(const std::string& code, const std::string& arg, bool& 
 
 std::int32_t clsMuhurtha::CheckElement(const std::string& Item)
 {
-    std::vector<std::string> parts = Split(Item, ':');
+    std::vector<std::string> parts = vb::Split(Item, ':');
     const std::string code = vb::UCase(parts[0]);
     const std::string arg = parts.size() == 2 ? parts[1] : std::string();
     bool known = true;
@@ -493,7 +481,7 @@ std::int32_t clsMuhurtha::CheckElement(const std::string& Item)
 
 void clsMuhurtha::ScoreElements()
 {
-    for (const std::string& item : Split(MuhuTests, ',')) CurrentScore = vb::CLng(static_cast<double>(CurrentScore) + CheckElement(item));
+    for (const std::string& item : vb::Split(MuhuTests, ',')) CurrentScore = vb::CLng(static_cast<double>(CurrentScore) + CheckElement(item));
 }
 
 }  // namespace ranvel

@@ -12,18 +12,6 @@
 namespace ranvel {
 
 namespace {
-std::vector<std::string> SplitList(const std::string& s)
-{
-    std::vector<std::string> parts;
-    std::size_t start = 0;
-    for (;;) {
-        std::size_t p = s.find(',', start);
-        parts.push_back(s.substr(start, p == std::string::npos ? std::string::npos : p - start));
-        if (p == std::string::npos) break;
-        start = p + 1;
-    }
-    return parts;
-}
 
 // The digits of a number behind its point as a fraction (6.05 gives 0.05).
 double FractionDigits(double x) { return vb::Val("0." + vb::DigitsBehindPoint(x)); }
@@ -329,7 +317,7 @@ int clsMuhurtha::BestMuhuIndex() const
 std::int32_t clsMuhurtha::MaxPossibleScore()
 {
     std::int32_t total = 0;
-    for (const std::string& e : SplitList(MuhuElements)) {
+    for (const std::string& e : vb::Split(MuhuElements, ',')) {
         // A plain substring test: "T" is found in "TG-4:" too, and that
         // over-count stays.
         bool occurred = !bestFruct_.empty() && bestFruct_.find(e) != std::string::npos;

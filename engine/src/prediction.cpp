@@ -81,14 +81,7 @@ bool clsMuhurtha::ElementIsGood(const std::string& Element, const std::string& F
     if (p == std::string::npos) return false;
     std::size_t c = FructElems.find(':', p);
     std::string entry = FructElems.substr(p, c == std::string::npos ? std::string::npos : c - p);
-    std::vector<std::string> parts;
-    std::size_t start = 0;
-    for (;;) {
-        std::size_t h = entry.find('-', start);
-        parts.push_back(entry.substr(start, h == std::string::npos ? std::string::npos : h - start));
-        if (h == std::string::npos) break;
-        start = h + 1;
-    }
+    std::vector<std::string> parts = vb::Split(entry, '-');
     double score = 0;
     if (parts.size() == 2) score = vb::CLng(vb::Val(parts[1]));
     else if (parts.size() == 3) score = -vb::CLng(vb::Val(parts[2]));

@@ -387,4 +387,16 @@ bool EqualsNoCase(std::string_view a, std::string_view b)
     return true;
 }
 
+std::vector<std::string> Split(std::string_view s, char separator)
+{
+    std::vector<std::string> parts;
+    std::size_t start = 0;
+    for (;;) {
+        std::size_t p = s.find(separator, start);
+        parts.emplace_back(s.substr(start, p == std::string_view::npos ? std::string_view::npos : p - start));
+        if (p == std::string_view::npos) return parts;
+        start = p + 1;
+    }
+}
+
 }  // namespace ranvel::vb

@@ -34,17 +34,6 @@ struct Points {
     bool maxeffect = false;
 };
 
-std::vector<std::string> Split(const std::string& s, char sep)
-{
-    std::vector<std::string> parts;
-    std::size_t start = 0;
-    for (;;) {
-        std::size_t p = s.find(sep, start);
-        parts.push_back(s.substr(start, p == std::string::npos ? std::string::npos : p - start));
-        if (p == std::string::npos) return parts;
-        start = p + 1;
-    }
-}
 
 // The codes that compare the chart with their argument, and the values
 // the chart can hold for them.
@@ -102,7 +91,7 @@ protected:
         std::set<std::string> all;
         for (const auto& [e, p] : points) all.insert(e);
         for (const Purpose& m : purposes)
-            for (const std::string& e : Split(m.elements, ',')) all.insert(e);
+            for (const std::string& e : vb::Split(m.elements, ',')) all.insert(e);
         return all;
     }
 
@@ -124,8 +113,8 @@ TEST_F(Catalogue, EveryTestItemIsAKnownScoredCodeWithAValueTheChartCanHold)
         EXPECT_EQ(m.val.find(' '), std::string::npos);
         EXPECT_EQ(m.elements.find(' '), std::string::npos);
         std::set<std::string> tested;
-        for (const std::string& item : Split(m.val, ',')) {
-            std::vector<std::string> parts = Split(item, ':');
+        for (const std::string& item : vb::Split(m.val, ',')) {
+            std::vector<std::string> parts = vb::Split(item, ':');
             const std::string code = vb::UCase(parts[0]);
             EXPECT_TRUE(clsMuhurtha::IsKnownCode(code)) << item;
             EXPECT_TRUE(points.count(code)) << item << " has no Score row";
@@ -147,7 +136,7 @@ TEST_F(Catalogue, EveryTestItemIsAKnownScoredCodeWithAValueTheChartCanHold)
         // The maximum goes through Elements, the score through val: the two
         // must name the same codes, each once, or the percent runs past 100
         // or never reaches it.
-        std::vector<std::string> listed = Split(m.elements, ',');
+        std::vector<std::string> listed = vb::Split(m.elements, ',');
         std::set<std::string> elements(listed.begin(), listed.end());
         EXPECT_EQ(elements.size(), listed.size()) << "a code stands twice in " << m.elements;
         EXPECT_EQ(elements, tested);
@@ -167,7 +156,7 @@ TEST_F(Catalogue, APerfectMomentReachesTheTopAndNoMore)
     }
     for (const Purpose& m : purposes) {
         SCOPED_TRACE(m.code);
-        std::vector<std::string> elements = Split(m.elements, ',');
+        std::vector<std::string> elements = vb::Split(m.elements, ',');
         int bar = 0;
         for (const std::string& e : elements)
             if (points[e].maxeffect) bar += points[e].presence;

@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ranvel::vb {
 
@@ -67,5 +68,8 @@ std::string Mid(std::string_view s, long start, long length = -1);
 std::string Left(std::string_view s, long n);
 std::string Right(std::string_view s, long n);
 bool EqualsNoCase(std::string_view a, std::string_view b);
+// Split: the parts between the separators, empty ones included; an empty
+// text gives one empty part.
+std::vector<std::string> Split(std::string_view s, char separator);
 
 }  // namespace ranvel::vb
