@@ -4,9 +4,9 @@ Debian ships, and writes them as <out>/<BASE>.IFT beside a
 FONTS-LICENCES.txt that names each font's source and carries its licence.
 
 Each source is renamed as its licence asks (the OFL reserves a font's
-names to the unchanged original; the DejaVu/Bitstream Vera terms forbid "Bitstream"
-and "Vera" in the name of a changed copy), and "Ranvel Astro" gains the
-program's mark at U+00B2, which the printed pages set at 36 pt.
+names to the unchanged original; the DejaVu/Bitstream Vera terms forbid
+"Bitstream" and "Vera" in the name of a changed copy), and "Ranvel Astro"
+gains the program's mark at U+00B2, which the printed pages set at 36 pt.
 
 The output is byte-for-byte the same at every run, and a file whose bytes
 would not change is left alone, so an incremental build does not churn.
