@@ -129,29 +129,6 @@ Json Lagna(clsPlanets& chart)
     return j;
 }
 
-void PrintReport(clsMuhurtha& e)
-{
-    const DateTime best = e.BestMuhuDate();
-    std::printf("%s (%s)\n", e.MuhuName.c_str(), e.MuhuCategory().c_str());
-    std::printf("Searched %s to %s\n\n", e.StartDate.ToDayFirstText().c_str(), e.EndDate.ToDayFirstText().c_str());
-    std::printf("Best Muhurtha: %s, lagna from %s to %s (best moment %s)\n", best.ToDayFirstText().c_str(),
-                e.LagnaStartChart->clsPerson().GetBirthTimeFull().c_str(),
-                e.LagnaEndChart->clsPerson().GetBirthTimeFull().c_str(), e.BestMuhuTime().c_str());
-    std::printf("Score %s of %d, %s percent\n\n", e.BestMuhuScore().c_str(), e.MaxPossibleScore(),
-                vb::Format(e.BestMuhuPercent(), "0.00").c_str());
-    std::string band = e.MuhuScoreText(e.ScoreBand()).ToTextOrEmpty();
-    if (!band.empty()) std::printf("%s\n\n", band.c_str());
-    for (const ElementStatement& s : AnalyseElements(e)) {
-        std::printf("%s [%s, %s]\n", s.heading.empty() ? s.element.c_str() : s.heading.c_str(),
-                    s.present ? "present" : "absent", s.good ? "good" : "bad");
-        if (s.hasSentence && !s.sentence.empty()) std::printf("  %s\n", s.sentence.c_str());
-    }
-    std::printf("\nMoments of %s:\n", best.ToDayFirstText().c_str());
-    for (int i = 1; i <= e.GetBestDayMuhusCount(); ++i)
-        std::printf("  %s  score %d%s\n", e.GetDayMuhuTime(i).c_str(), e.GetDayMuhuScore(i),
-                    i == e.BestMuhuIndex() ? "  <- best" : "");
-}
-
 }  // namespace
 
 int CmdMuhurtha(const Args& args)
@@ -183,7 +160,7 @@ int CmdMuhurtha(const Args& args)
     request.RunEngine(e, TextDB(), RecosDB());
 
     if (!json) {
-        PrintReport(e);
+        std::cout << ResultReport(e);
         return 0;
     }
     Json out;

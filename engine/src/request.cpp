@@ -60,7 +60,9 @@ void SetPlace(clsPerson& p, const std::string& lati, const std::string& longi, c
     p.TextEW(ew);
 }
 
-void FillPerson(clsPerson& p, const RequestPerson& f)
+}  // namespace
+
+void FillPersonRecord(clsPerson& p, const RequestPerson& f)
 {
     p.Name(f.Name);
     p.Day(vb::Mid(f.BDate, 1, 2));
@@ -76,6 +78,8 @@ void FillPerson(clsPerson& p, const RequestPerson& f)
     p.GMTDIFF(f.GMT);
     SetPlace(p, f.Lati, f.Longi, f.NS, f.EW);
 }
+
+namespace {
 
 // An "HH.MM" field as a number: 06.30 gives 6.3, the digits behind the point
 // being minutes.
@@ -113,12 +117,12 @@ bool MuhurthaRequest::ValiDateTime(const std::string& field)
     return vb::ParseNumber(hh) > 24 || vb::ParseNumber(mm) > 59;
 }
 
-void MuhurthaRequest::LoadPersonChart() { FillPerson(PersonChart()->clsPerson(), Person); }
+void MuhurthaRequest::LoadPersonChart() { FillPersonRecord(PersonChart()->clsPerson(), Person); }
 
 void MuhurthaRequest::LoadBoyGirlCharts()
 {
-    FillPerson(BoyChart()->clsPerson(), Boy);
-    FillPerson(GirlChart()->clsPerson(), Girl);
+    FillPersonRecord(BoyChart()->clsPerson(), Boy);
+    FillPersonRecord(GirlChart()->clsPerson(), Girl);
 }
 
 void MuhurthaRequest::BuildMomentChart()

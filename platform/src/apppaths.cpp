@@ -1,7 +1,10 @@
 #include "ranvel/platform/apppaths.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 
 #include "ranvel/platform/vbmath.h"
 
@@ -12,6 +15,9 @@ namespace ranvel {
 namespace {
 
 std::string g_appDir;
+// The installation and per-user folder whose user files were last made
+// ready; a new installation folder makes them ready again.
+std::string g_seededFor;
 
 std::string Normalised(const std::string& dir)
 {
@@ -35,7 +41,11 @@ std::string AppDir()
     return exe.parent_path().string();
 }
 
-void SetAppDir(const std::string& dir) { g_appDir = dir.empty() ? std::string() : Normalised(dir); }
+void SetAppDir(const std::string& dir)
+{
+    g_appDir = dir.empty() ? std::string() : Normalised(dir);
+    g_seededFor.clear();
+}
 
 std::string ResolvePath(const std::string& base, std::string_view relative)
 {
@@ -69,9 +79,132 @@ std::string ResolvePath(const std::string& base, std::string_view relative)
     return out;
 }
 
+namespace {
+
+int g_userDataMode = -1;
+
+// The relative name in lower case with "/" separators and no empty parts.
+std::string Canonical(std::string_view relative)
+{
+    std::string out;
+    std::size_t i = 0;
+    while (i < relative.size()) {
+        std::size_t j = relative.find_first_of("\\/", i);
+        if (j == std::string_view::npos) j = relative.size();
+        std::string_view part = relative.substr(i, j - i);
+        i = j + 1;
+        if (part.empty() || part == ".") continue;
+        if (!out.empty()) out += '/';
+        out += vb::LCase(part);
+    }
+    return out;
+}
+
+bool IsUserFile(const std::string& canonical)
+{
+    return canonical == "ephe/common/recos.dat" || canonical == "ephe/common/langs.dat" ||
+           canonical.rfind("data/inifiles/", 0) == 0 || canonical == "data/inifiles";
+}
+
+bool Writable(const std::string& path) { return ::access(path.c_str(), W_OK) == 0; }
+
+// The installation can be written when its settings folder and the folder
+// of its stores can, and so can the files in them.
+bool InstallationWritable(const std::string& app)
+{
+    std::string ini = ResolvePath(app, "DATA/INIFILES");
+    std::string common = ResolvePath(app, "EPHE/COMMON");
+    std::error_code ec;
+    if (!fs::is_directory(ini, ec) && !fs::is_directory(common, ec)) return true;  // no tree to speak of
+    for (const std::string& dir : {ini, common}) {
+        if (!fs::is_directory(dir, ec)) continue;
+        if (!Writable(dir)) return false;
+    }
+    for (const char* f : {"EPHE/COMMON/RECOS.Dat", "EPHE/COMMON/LANGS.Dat", "DATA/INIFILES/GENDAT.INI"}) {
+        std::string p = ResolvePath(app, f);
+        if (FileExists(p) && !Writable(p)) return false;
+    }
+    return true;
+}
+
+void CopyIfMissing(const fs::path& from, const fs::path& to)
+{
+    std::error_code ec;
+    if (!fs::is_regular_file(from, ec) || fs::exists(to, ec)) return;
+    fs::create_directories(to.parent_path(), ec);
+    fs::path tmp = to;
+    tmp += ".part";
+    if (fs::copy_file(from, tmp, fs::copy_options::overwrite_existing, ec)) {
+        fs::permissions(tmp, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::add, ec);
+        fs::rename(tmp, to, ec);
+    }
+    if (ec) fs::remove(tmp, ec);
+}
+
+// Copies the user's files from the installation the first time; a stamp
+// keeps a deleted theme file from coming back at the next start.
+void SeedUserData(const std::string& app, const std::string& user)
+{
+    const std::string key = app + "\n" + user;
+    if (g_seededFor == key) return;
+    std::error_code ec;
+    fs::create_directories(user, ec);
+    const fs::path stamp = fs::path(user) / ".installed-from";
+    if (!fs::exists(stamp, ec)) {
+        CopyIfMissing(ResolvePath(app, "EPHE/COMMON/RECOS.Dat"), fs::path(user) / "EPHE/COMMON/RECOS.Dat");
+        fs::path ini = ResolvePath(app, "DATA/INIFILES");
+        if (fs::is_directory(ini, ec))
+            for (const auto& entry : fs::directory_iterator(ini, ec))
+                if (entry.is_regular_file(ec))
+                    CopyIfMissing(entry.path(), fs::path(user) / "DATA/INIFILES" / entry.path().filename());
+        std::ofstream(stamp) << app << "\n";
+    }
+    // The language table is rewritten at every start and holds nothing of the
+    // user's: it follows the installation.
+    fs::path langs = ResolvePath(app, "EPHE/COMMON/LANGS.Dat");
+    fs::path mine = fs::path(user) / "EPHE/COMMON/LANGS.Dat";
+    if (fs::is_regular_file(langs, ec) &&
+        (!fs::exists(mine, ec) || fs::last_write_time(langs, ec) > fs::last_write_time(mine, ec))) {
+        fs::remove(mine, ec);
+        CopyIfMissing(langs, mine);
+    }
+    g_seededFor = key;
+}
+
+}  // namespace
+
+std::string UserDataDir()
+{
+    if (!UsesUserDataDir()) return AppDir();
+    const char* xdg = std::getenv("XDG_DATA_HOME");
+    if (xdg && *xdg == '/') return Normalised(std::string(xdg) + "/ranvel");
+    const char* home = std::getenv("HOME");
+    return Normalised(std::string(home && *home ? home : ".") + "/.local/share/ranvel");
+}
+
+bool UsesUserDataDir()
+{
+    if (g_userDataMode >= 0) return g_userDataMode == 1;
+    static std::string decidedFor;
+    static bool perUser = false;
+    const std::string app = AppDir();
+    if (decidedFor != app) {
+        perUser = !InstallationWritable(app);
+        decidedFor = app;
+    }
+    return perUser;
+}
+
+void SetUserDataMode(int mode) { g_userDataMode = mode; }
+
 std::string AppPath(std::string_view relative)
 {
     if (!relative.empty() && relative.front() == '/') return std::string(relative);
+    if (UsesUserDataDir() && IsUserFile(Canonical(relative))) {
+        const std::string user = UserDataDir();
+        SeedUserData(AppDir(), user);
+        return ResolvePath(user, relative);
+    }
     return ResolvePath(AppDir(), relative);
 }
 

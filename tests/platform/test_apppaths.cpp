@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 
@@ -34,6 +35,53 @@ TEST(AppPaths, DataPathsMatchTheDiskWithoutRegardToCase)
     EXPECT_TRUE(FileExists(AppPath("EPHE\\COMMON\\muhu.dat")));
     EXPECT_FALSE(FileExists(AppPath("EPHE\\COMMON\\RECOS.Dat")));
     EXPECT_FALSE(FileExists(AppPath("EPHE\\COMMON")));  // a folder is not a file
+    SetAppDir("");
+}
+
+// An installation the user may not write to: the user's files are copied
+// once into the per-user folder and used from there; what the user changed
+// there survives a new installation, and program data stays where it is.
+TEST(AppPaths, UserFilesOfAnInstalledCopyLiveInThePerUserFolder)
+{
+    const fs::path root = testing::ScratchDir();
+    const fs::path app = root / "app";
+    testing::WriteFile(app / "EPHE" / "COMMON" / "RECOS.Dat", "persons v1");
+    testing::WriteFile(app / "EPHE" / "COMMON" / "LANGS.Dat", "langs v1");
+    testing::WriteFile(app / "EPHE" / "COMMON" / "MUHU.DAT", "catalogue");
+    testing::WriteFile(app / "DATA" / "INIFILES" / "GENDAT.INI", "[Ranvel]\nSelLang=0\n");
+    testing::WriteFile(app / "DATA" / "INIFILES" / "THEME1.ini", "[THEME]\n");
+    const char* old = std::getenv("XDG_DATA_HOME");
+    const std::string saved = old ? old : "";
+    setenv("XDG_DATA_HOME", (root / "data").c_str(), 1);
+    SetAppDir(app.string());
+    SetUserDataMode(1);
+
+    const fs::path user = root / "data" / "ranvel";
+    EXPECT_EQ(UserDataDir(), user.string());
+    EXPECT_EQ(AppPath("EPHE\\COMMON\\RECOS.Dat"), (user / "EPHE/COMMON/RECOS.Dat").string());
+    EXPECT_EQ(AppPath("DATA/INIFILES/GENDAT.INI"), (user / "DATA/INIFILES/GENDAT.INI").string());
+    EXPECT_EQ(AppPath("EPHE\\COMMON\\MUHU.DAT"), (app / "EPHE/COMMON/MUHU.DAT").string());
+    EXPECT_EQ(testing::ReadFile(user / "DATA/INIFILES/THEME1.ini"), "[THEME]\n");
+
+    // The user saves a person and deletes a theme; a new build of the
+    // installation changes every file.
+    testing::WriteFile(user / "EPHE/COMMON/RECOS.Dat", "persons of the user");
+    fs::remove(user / "DATA/INIFILES/THEME1.ini");
+    testing::WriteFile(app / "EPHE" / "COMMON" / "RECOS.Dat", "persons v2");
+    testing::WriteFile(app / "DATA" / "INIFILES" / "THEME1.ini", "[THEME]\nnew\n");
+    testing::WriteFile(app / "EPHE" / "COMMON" / "LANGS.Dat", "langs v2");
+    fs::last_write_time(app / "EPHE/COMMON/LANGS.Dat", fs::file_time_type::clock::now() + std::chrono::hours(1));
+    SetAppDir(app.string());  // the next start
+    AppPath("EPHE/COMMON/LANGS.Dat");
+    EXPECT_EQ(testing::ReadFile(user / "EPHE/COMMON/RECOS.Dat"), "persons of the user");
+    EXPECT_FALSE(fs::exists(user / "DATA/INIFILES/THEME1.ini"));
+    EXPECT_EQ(testing::ReadFile(user / "EPHE/COMMON/LANGS.Dat"), "langs v2");
+
+    SetUserDataMode(0);
+    EXPECT_EQ(AppPath("EPHE/COMMON/RECOS.Dat"), (app / "EPHE/COMMON/RECOS.Dat").string());
+    SetUserDataMode(-1);
+    if (old) setenv("XDG_DATA_HOME", saved.c_str(), 1);
+    else unsetenv("XDG_DATA_HOME");
     SetAppDir("");
 }
 

@@ -24,4 +24,12 @@ struct ElementStatement {
 // reported even when absent (as bad).
 std::vector<ElementStatement> AnalyseElements(clsMuhurtha& engine);
 
+// The result of the last search as plain text, in two parts: the best
+// Muhurtha (its day, lagna span, score, percent and band) with the moments
+// of its day, and what the analysis says of each element. The command line
+// prints both; the desktop shows them until its result pages stand.
+std::string ResultSummary(clsMuhurtha& engine);
+std::string ResultAnalysis(clsMuhurtha& engine);
+std::string ResultReport(clsMuhurtha& engine);
+
 }  // namespace ranvel

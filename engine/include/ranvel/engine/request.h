@@ -81,6 +81,11 @@ public:
     void LoadBoyGirlCharts();
 };
 
+// Copies a person's fields into a record: the date and time split from
+// their texts, the zone's text as it stands ("+05.30" then reads as 5.3
+// hours), the place from the "000:00" texts.
+void FillPersonRecord(clsPerson& p, const RequestPerson& f);
+
 // The process-wide engine, made on first use.
 clsMuhurtha& Engine();
 void ResetEngine(std::unique_ptr<clsMuhurtha> engine);

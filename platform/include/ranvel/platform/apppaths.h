@@ -29,4 +29,21 @@ std::string ResolvePath(const std::string& base, std::string_view relative);
 // True for an existing regular file (or a link to one).
 bool FileExists(const std::string& path);
 
+// The files a user changes (the person and place store RECOS.Dat, the
+// language table LANGS.Dat, and everything under DATA/INIFILES: GENDAT.INI,
+// theme and page-set files) live beside the program when the user may write
+// there. In an installation the user may not write to, they live in a
+// per-user folder ($XDG_DATA_HOME/ranvel, else ~/.local/share/ranvel),
+// copied there from the installation the first time they are needed and
+// never overwritten afterwards, so no new build or upgrade touches what the
+// user saved. LANGS.Dat holds nothing of the user's and follows the
+// installation whenever that copy is newer. AppPath resolves these names
+// to wherever they live.
+std::string UserDataDir();
+// True when the user's files live in the per-user folder.
+bool UsesUserDataDir();
+// For tests: 1 always uses the per-user folder, 0 never, -1 decides by
+// whether the installation can be written (the default).
+void SetUserDataMode(int mode);
+
 }  // namespace ranvel

@@ -1,0 +1,93 @@
+// The one top-level window. It holds the entry screen and the result pages
+// as its child pages, shows one at a time, and keeps three equal ways from
+// page to page in step: the topic list cmbTopic, the side tree tvMap and
+// the bottom bar bBar. It owns the commands of the menu and the toolbar.
+#pragma once
+
+#include <QMainWindow>
+#include <string>
+#include <vector>
+
+class QAction;
+class QComboBox;
+class QMenu;
+class QSplitter;
+class QStackedWidget;
+class QToolBar;
+class QTreeWidget;
+
+namespace ranvel {
+
+class BottomBar;
+class frmLogin;
+
+class mdiMother : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit mdiMother(QWidget* parent = nullptr);
+    ~mdiMother() override;
+
+    frmLogin* EntryForm() const { return entry_; }
+
+    // ---- topics ----
+    // Forgets every topic and its page.
+    void ClearTopics();
+    // Adds a topic at the end of the three lists; the window owns the page.
+    void AddTopic(const QString& text, const QString& key, QWidget* page);
+    int TopicCount() const { return static_cast<int>(topics_.size()); }
+    int CurrentTopic() const;
+    // Lets pending events through, then makes the topic the current one.
+    void SelectTopic(int index);
+    // Brings the page of a topic to the front.
+    void ShowTopic(int index);
+    // After a generation: the topics of the result and the first of them.
+    void OpenResultPages();
+
+    // ---- commands ----
+    void ShowEntry();  // mnuEntry: the results forgotten, the entry form
+    void ToggleSideList();
+    void Navigate(int step);  // Previous (-1) and Next (+1)
+    void ExitProgram();  // asks, then ends
+    void OpenManual(const std::string& page = "index.html");
+
+    // Restores the bottom bar and the side tree from their settings, as a
+    // generation does when it ends.
+    void RestoreResultView();
+
+    QAction* Action(const QString& name) const;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    struct Topic {
+        QString text, key;
+        QWidget* page;
+    };
+    void BuildMenus();
+    void BuildToolbar();
+    void TopicChanged(int index);
+    void SetSideListVisible(bool visible);
+    void NotYet(const QString& what);
+    void SaveViewState();
+
+    frmLogin* entry_ = nullptr;
+    QWidget* entryHost_ = nullptr;
+    QStackedWidget* pages_ = nullptr;
+    QSplitter* splitter_ = nullptr;
+    QTreeWidget* tvMap_ = nullptr;
+    QComboBox* cmbTopic_ = nullptr;
+    BottomBar* bBar_ = nullptr;
+    QToolBar* toolbar_ = nullptr;
+    QMenu* navMenu_ = nullptr;
+    QAction* navSeparator_ = nullptr;
+    std::vector<QAction*> navEntries_;
+    std::vector<Topic> topics_;
+    bool busy_ = false;
+};
+
+// The main window once it is loaded, else nullptr.
+mdiMother* MainWindow();
+
+}  // namespace ranvel

@@ -1,0 +1,1267 @@
+#include "ranvel/app/frmLogin.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QCompleter>
+#include <QDateEdit>
+#include <QDateTime>
+#include <QFocusEvent>
+#include <QGroupBox>
+#include <QHash>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include "ranvel/app/ImageButton.h"
+#include "ranvel/app/appinfo.h"
+#include "ranvel/app/formkit.h"
+#include "ranvel/app/frmEditLongLat.h"
+#include "ranvel/app/frmStatus.h"
+#include "ranvel/app/mdiMother.h"
+#include "ranvel/chart/person.h"
+#include "ranvel/data/exchange.h"
+#include "ranvel/data/messages.h"
+#include "ranvel/platform/apppaths.h"
+#include "ranvel/platform/gui/dialogs.h"
+#include "ranvel/platform/gui/qstr.h"
+#include "ranvel/platform/sinks.h"
+#include "ranvel/platform/vbmath.h"
+
+namespace ranvel {
+
+using ui::Box;
+
+namespace {
+
+// The blank masks of the fields.
+const QString kBlankDate = "00/00/0000";
+const QString kBlankTime = "00.00";
+const QString kBlankDegrees = "000:00";
+const QString kBlankZone = "+00.00";
+
+// What a field holds as the user sees it, blanks of a mask included: a
+// half-typed "1_.30" is not a time.
+std::string Text(const QLineEdit* e) { return S(e->displayText()); }
+std::string Text(const QComboBox* c) { return S(c->currentText()); }
+
+// Picture of a category button.
+QIcon CategoryIcon(const char* button)
+{
+    static const QHash<QString, QString> names = {
+        {"butBusiness", "business"},         {"butBuySell", "buysell"},   {"butConstruction", "construction"},
+        {"butCourt", "court"},               {"butEducation", "education"}, {"butElection", "election"},
+        {"butFarming", "farming"},           {"butFinancial", "financial"}, {"butHome", "home"},
+        {"butJanma", "janma"},               {"butJob", "job"},           {"butJourney", "journey"},
+        {"butMarriage", "marriage"},         {"butMiscllaneous", "miscellaneous"},
+    };
+    return QIcon(":/icons/" + names.value(button) + ".svg");
+}
+
+QIcon Icon(const char* name) { return QIcon(QString(":/icons/%1.svg").arg(name)); }
+
+std::string Pad(const std::string& digits, int width)
+{
+    std::string s = vb::Trim(digits);
+    while (static_cast<int>(s.size()) < width) s = "0" + s;
+    return s;
+}
+
+// "028.36" of the place store as the "000:00" of a field.
+QString DegreesField(const std::string& stored)
+{
+    if (stored.size() < 5) return kBlankDegrees;
+    return Q(vb::Left(stored, 3) + ":" + vb::Right(stored, 2));
+}
+
+}  // namespace
+
+// The place fields of one block: the request's place, the person's, the
+// boy's or the girl's.
+struct PlaceFields {
+    QComboBox* country = nullptr;
+    QComboBox* city = nullptr;
+    QLineEdit* lati = nullptr;
+    QLineEdit* longi = nullptr;
+    QLineEdit* ns = nullptr;
+    QLineEdit* ew = nullptr;
+    QLineEdit* gmt = nullptr;
+};
+
+// The fields of one person: the person page, the boy or the girl.
+struct PersonFields {
+    QComboBox* name = nullptr;
+    QRadioButton* male = nullptr;  // the person page alone has the choice
+    QRadioButton* female = nullptr;
+    QLineEdit* date = nullptr;
+    QLineEdit* time = nullptr;
+    QRadioButton* am = nullptr;
+    QRadioButton* pm = nullptr;
+    PlaceFields place;
+    int sex = 1;  // for the boy and the girl, who have no choice
+};
+
+struct frmLogin::Impl {
+    frmLogin* form;
+
+    // header and foot
+    QLabel* lblTitle = nullptr;
+    QLabel* lblStep = nullptr;
+    QComboBox* cmbLangu = nullptr;
+    QPushButton* cmdSettings = nullptr;
+    QLabel* lblHint = nullptr;
+    QPushButton* cmdExit = nullptr;
+    QPushButton* flpBack = nullptr;
+    QPushButton* CmdGenerate = nullptr;
+
+    // page 1
+    QGroupBox* framMuhus = nullptr;
+    QGroupBox* framMuhuList = nullptr;
+    QTreeWidget* tvMuhuList = nullptr;
+    QButtonGroup* categories = nullptr;
+    std::vector<std::pair<ImageButton*, const CategoryButton*>> categoryButtons;
+
+    // page 2
+    QGroupBox* frmMuhurtha = nullptr;
+    QRadioButton* optMuhuRange = nullptr;
+    QRadioButton* optMuhuCheck = nullptr;
+    QGroupBox* framMuhuMoment = nullptr;
+    QDateEdit* dtMuhuDate = nullptr;
+    QLineEdit* txtMuhuBTime = nullptr;
+    QRadioButton* optMuhuAMPM[2] = {};
+    QGroupBox* framMuhuRange = nullptr;
+    QDateEdit* dtMuhuFrom = nullptr;
+    QDateEdit* dtMuhuTo = nullptr;
+    QGroupBox* framMuhuTimeRange = nullptr;
+    QLineEdit* txtMuhDTFrom = nullptr;
+    QLineEdit* txtMuhDTTo = nullptr;
+    QRadioButton* optMuhuR1AMPM[2] = {};
+    QRadioButton* optMuhR2AMPM[2] = {};
+    PlaceFields muhuPlace;
+    QLabel* lblChosen = nullptr;
+
+    // page 3 and 4
+    QGroupBox* frmSingleGuy = nullptr;
+    QGroupBox* frmMatch = nullptr;
+    PersonFields person, boy, girl;
+
+    QHash<QObject*, QString> hints;
+    std::shared_ptr<Database> muhu;
+    LanguageList languages;
+    bool filling = false;  // lists being filled: their changes are not the user's
+
+    explicit Impl(frmLogin* f) : form(f) {}
+
+    // building
+    void BuildHeader();
+    void BuildPage1();
+    void BuildPage2();
+    void BuildPage3();
+    void BuildPage4();
+    void BuildFoot();
+    QWidget* HalfPair(QWidget* parent, const char* name, QRadioButton* (&pair)[2], Box at);
+    void PlaceRows(QWidget* parent, PlaceFields& f, const char* const names[7], int x, int y, int labelW, int step);
+    void PersonBlock(QWidget* parent, PersonFields& f, const char* const names[5], const char* const place[7],
+                     bool withSex, int x, int y);
+    void Hint(QWidget* w, const QString& text);
+    void WatchTimeField(QLineEdit* field, QRadioButton* (&pair)[2]);
+
+    // lists
+    void FillCountries(QComboBox* c);
+    void FillCities(QComboBox* c, const std::string& country);
+    void FillPersons(QComboBox* c);
+    void FillAllPersonLists();
+
+    // type-ahead
+    void WirePlace(PlaceFields& f);
+    void WirePerson(PersonFields& f, const std::string& block);
+    void CountryTyped(PlaceFields& f, const QString& text);
+    void CountryChosen(PlaceFields& f, const QString& text);
+    void CityTyped(PlaceFields& f, const QString& text);
+    void CityChosen(PlaceFields& f, const QString& text, bool byCountryToo);
+    void PersonTyped(const QString& text);
+    void TakeCityRow(PlaceFields& f, Recordset& rs);
+    void SetHintLine(const QString& text) { lblHint->setText(text); }
+
+    // fields
+    RequestPerson Gather(const PersonFields& f) const;
+    RequestPlace Gather(const PlaceFields& f) const;
+    bool TimeRefused(QLineEdit* field) const;
+    QLineEdit* RefusedTimeField() const;
+};
+
+// ---------------------------------------------------------------------------
+// Building the form
+
+void frmLogin::Impl::Hint(QWidget* w, const QString& text)
+{
+    hints.insert(w, text);
+    w->installEventFilter(form);
+    if (auto* combo = qobject_cast<QComboBox*>(w); combo && combo->lineEdit()) {
+        hints.insert(combo->lineEdit(), text);
+        combo->lineEdit()->installEventFilter(form);
+    }
+}
+
+void frmLogin::Impl::BuildHeader()
+{
+    lblTitle = ui::Label(form, "lblTitle", QString(), {14, 8, 420, 28});
+    QFont tf = lblTitle->font();
+    tf.setPointSize(15);
+    tf.setBold(true);
+    lblTitle->setFont(tf);
+    lblStep = ui::Label(form, "lblStep", QString(), {16, 36, 420, 18});
+    QPalette sp = lblStep->palette();
+    sp.setColor(QPalette::WindowText, sp.color(QPalette::PlaceholderText));
+    lblStep->setPalette(sp);
+
+    QLabel* lang = ui::Label(form, "lblLangu", "&Language:", {470, 14, 70, 24});
+    lang->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    cmbLangu = ui::Combo(form, "cmbLangu", false, {546, 14, 150, 24});
+    ui::Names(lang, cmbLangu);
+    Hint(cmbLangu, Q(Msg(115)));
+    cmdSettings = ui::Button(form, "cmdSettings", "Se&ttings...", {702, 13, 88, 26});
+    cmdSettings->setIcon(Icon("settings"));
+    Hint(cmdSettings, Q(Msg(116)));
+}
+
+void frmLogin::Impl::BuildPage1()
+{
+    framMuhus = ui::Frame(form, "framMuhus", QString(), {10, 60, 780, 430});
+    framMuhus->setFlat(true);
+    QGroupBox* framCategory = ui::Frame(framMuhus, "framCategory", "Category", {0, 0, 488, 430});
+    categories = new QButtonGroup(form);
+    categories->setExclusive(true);
+    int i = 0;
+    for (const CategoryButton& c : CategoryButtons()) {
+        const int col = i % 2, row = i / 2;
+        auto* b = new ImageButton(CategoryIcon(c.button), c.caption, c.description, framCategory);
+        b->setObjectName(c.button);
+        b->setGeometry(10 + col * 236, 22 + row * 57, 230, 54);
+        b->setCheckable(true);
+        categories->addButton(b);
+        categoryButtons.emplace_back(b, &c);
+        Hint(b, c.description);
+        connect(b, &QAbstractButton::clicked, form, [this, b, &c] {
+            framMuhuList->setTitle(c.caption);
+            form->FillMuhurthaList(c.key);
+            tvMuhuList->setFocus();
+            (void)b;
+        });
+        ++i;
+    }
+    framMuhuList = ui::Frame(framMuhus, "framMuhuList", "Muhurtha", {496, 0, 284, 430});
+    tvMuhuList = new QTreeWidget(framMuhuList);
+    tvMuhuList->setObjectName("tvMuhuList");
+    tvMuhuList->setGeometry(10, 22, 264, 398);
+    tvMuhuList->setHeaderHidden(true);
+    tvMuhuList->setRootIsDecorated(false);
+    tvMuhuList->setAccessibleName("Muhurtha");
+    tvMuhuList->setWordWrap(true);
+    connect(tvMuhuList, &QTreeWidget::currentItemChanged, form, [this](QTreeWidgetItem* item) {
+        if (!filling && item) form->request_.MuhuName = S(item->text(0));
+    });
+    connect(tvMuhuList, &QTreeWidget::itemDoubleClicked, form, [this](QTreeWidgetItem* item) {
+        form->request_.MuhuName = S(item->text(0));
+        form->ShowRequestPage(2);
+    });
+}
+
+QWidget* frmLogin::Impl::HalfPair(QWidget* parent, const char* name, QRadioButton* (&pair)[2], Box at)
+{
+    // The two options of a pair sit in a holder of their own, so that each
+    // pair is chosen apart from the others.
+    auto* holder = new QWidget(parent);
+    holder->setObjectName(QString("fra") + name);
+    holder->setGeometry(at.x, at.y, at.w, at.h);
+    const std::string n = name;
+    pair[0] = ui::Option(holder, (n + "(0)").c_str(), "AM", {0, 0, at.w / 2, at.h});
+    pair[1] = ui::Option(holder, (n + "(1)").c_str(), "PM", {at.w / 2, 0, at.w / 2, at.h});
+    return holder;
+}
+
+void frmLogin::Impl::PlaceRows(QWidget* parent, PlaceFields& f, const char* const names[7], int x, int y, int labelW,
+                               int step)
+{
+    const int fx = x + labelW + 6;
+    QLabel* l = ui::Label(parent, (std::string("lbl") + names[0]).c_str(), "Co&untry:", {x, y, labelW, 24});
+    f.country = ui::Combo(parent, names[0], true, {fx, y, 220, 24});
+    ui::Names(l, f.country);
+    y += step;
+    l = ui::Label(parent, (std::string("lbl") + names[1]).c_str(), "Ci&ty:", {x, y, labelW, 24});
+    f.city = ui::Combo(parent, names[1], true, {fx, y, 220, 24});
+    ui::Names(l, f.city);
+    y += step;
+    l = ui::Label(parent, (std::string("lbl") + names[2]).c_str(), "Latit&ude:", {x, y, labelW, 24});
+    f.lati = ui::MaskEdit(parent, names[2], "999:99", kBlankDegrees, {fx, y, 64, 24});
+    ui::Names(l, f.lati);
+    f.ns = ui::TextBox(parent, names[4], {fx + 70, y, 28, 24});
+    f.ns->setMaxLength(1);
+    f.ns->setText("N");
+    f.ns->setAlignment(Qt::AlignCenter);
+    ui::Speak(f.ns, "North or South (N or S)");
+    y += step;
+    l = ui::Label(parent, (std::string("lbl") + names[3]).c_str(), "Lon&gitude:", {x, y, labelW, 24});
+    f.longi = ui::MaskEdit(parent, names[3], "999:99", kBlankDegrees, {fx, y, 64, 24});
+    ui::Names(l, f.longi);
+    f.ew = ui::TextBox(parent, names[5], {fx + 70, y, 28, 24});
+    f.ew->setMaxLength(1);
+    f.ew->setText("E");
+    f.ew->setAlignment(Qt::AlignCenter);
+    ui::Speak(f.ew, "East or West (E or W)");
+    y += step;
+    l = ui::Label(parent, (std::string("lbl") + names[6]).c_str(), "Time &zone:", {x, y, labelW, 24});
+    f.gmt = ui::MaskEdit(parent, names[6], "#99.99", kBlankZone, {fx, y, 64, 24});
+    ui::Names(l, f.gmt);
+    QLabel* note = ui::Label(parent, (std::string("lbl") + names[6] + "Note").c_str(), "hours.minutes from GMT",
+                             {fx + 70, y, 150, 24});
+    QPalette np = note->palette();
+    np.setColor(QPalette::WindowText, np.color(QPalette::PlaceholderText));
+    note->setPalette(np);
+    for (QLabel* lbl : parent->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly))
+        if (lbl->buddy()) lbl->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+}
+
+void frmLogin::Impl::WatchTimeField(QLineEdit* field, QRadioButton* (&pair)[2])
+{
+    field->installEventFilter(form);
+    // The option follows the text: under 12 is AM.
+    connect(field, &QLineEdit::textChanged, form, [field, &pair] {
+        const QSignalBlocker a(pair[0]), b(pair[1]);
+        (vb::Val(Text(field)) < 12 ? pair[0] : pair[1])->setChecked(true);
+    });
+    for (int half = 0; half < 2; ++half) {
+        connect(pair[half], &QRadioButton::clicked, form, [field, half] {
+            const QString now = field->displayText();
+            const QString rewritten = frmLogin::RewriteForHalf(now, half);
+            if (rewritten != now) field->setText(rewritten);
+        });
+    }
+}
+
+void frmLogin::Impl::BuildPage2()
+{
+    frmMuhurtha = ui::Frame(form, "frmMuhurtha", QString(), {10, 60, 780, 430});
+    frmMuhurtha->setFlat(true);
+
+    QGroupBox* kind = ui::Frame(frmMuhurtha, "framSearchKind", "What to look for", {0, 0, 380, 84});
+    optMuhuRange = ui::Option(kind, "optMuhuRange", "Find the &best Muhurtha in a range of days", {12, 24, 356, 24});
+    optMuhuCheck = ui::Option(kind, "optMuhuCheck", "&Check one moment", {12, 52, 356, 24});
+    Hint(optMuhuRange, "Find the best Muhurtha from a given time range.");
+    Hint(optMuhuCheck, "Check a particular moment for auspiciousness.");
+
+    framMuhuMoment = ui::Frame(frmMuhurtha, "framMuhuMoment", "The moment", {0, 92, 380, 100});
+    QLabel* l = ui::Label(framMuhuMoment, "lblMuhuDate", "&Date:", {10, 26, 60, 24});
+    dtMuhuDate = ui::DatePicker(framMuhuMoment, "dtMuhuDate", {76, 26, 130, 24});
+    ui::Names(l, dtMuhuDate);
+    l = ui::Label(framMuhuMoment, "lblMuhuBTime", "T&ime:", {10, 60, 60, 24});
+    txtMuhuBTime = ui::MaskEdit(framMuhuMoment, "txtMuhuBTime", "99.99", kBlankTime, {76, 60, 60, 24});
+    ui::Names(l, txtMuhuBTime);
+    HalfPair(framMuhuMoment, "optMuhuAMPM", optMuhuAMPM, {146, 60, 120, 24});
+    ui::Label(framMuhuMoment, "lblMuhuBTimeNote", "HH.MM, 24-hour clock", {270, 60, 104, 24})->setWordWrap(true);
+
+    framMuhuRange = ui::Frame(frmMuhurtha, "framMuhuRange", "Days", {0, 92, 380, 96});
+    l = ui::Label(framMuhuRange, "lblMuhuFrom", "&From:", {10, 26, 60, 24});
+    dtMuhuFrom = ui::DatePicker(framMuhuRange, "dtMuhuFrom", {76, 26, 130, 24});
+    ui::Names(l, dtMuhuFrom);
+    Hint(dtMuhuFrom, "Muhurta will be searched from this date.");
+    l = ui::Label(framMuhuRange, "lblMuhuTo", "T&o:", {10, 60, 60, 24});
+    dtMuhuTo = ui::DatePicker(framMuhuRange, "dtMuhuTo", {76, 60, 130, 24});
+    ui::Names(l, dtMuhuTo);
+    Hint(dtMuhuTo, "Muhurta will be searched to this date.");
+
+    framMuhuTimeRange = ui::Frame(frmMuhurtha, "framMuhuTimeRange", "Hours of each day", {0, 196, 380, 96});
+    l = ui::Label(framMuhuTimeRange, "lblMuhDTFrom", "Fro&m:", {10, 26, 60, 24});
+    txtMuhDTFrom = ui::MaskEdit(framMuhuTimeRange, "txtMuhDTFrom", "99.99", kBlankTime, {76, 26, 60, 24});
+    ui::Names(l, txtMuhDTFrom);
+    Hint(txtMuhDTFrom, "Start time for Muhurta search.");
+    HalfPair(framMuhuTimeRange, "optMuhuR1AMPM", optMuhuR1AMPM, {146, 26, 120, 24});
+    l = ui::Label(framMuhuTimeRange, "lblMuhDTTo", "To&:", {10, 60, 60, 24});
+    txtMuhDTTo = ui::MaskEdit(framMuhuTimeRange, "txtMuhDTTo", "99.99", kBlankTime, {76, 60, 60, 24});
+    ui::Names(l, txtMuhDTTo);
+    Hint(txtMuhDTTo, "End time for Muhurta search.");
+    HalfPair(framMuhuTimeRange, "optMuhR2AMPM", optMuhR2AMPM, {146, 60, 120, 24});
+    ui::Label(framMuhuTimeRange, "lblMuhDTNote", "HH.MM, 24-hour clock", {270, 26, 104, 58})->setWordWrap(true);
+
+    QGroupBox* place = ui::Frame(frmMuhurtha, "framMuhuPlace", "Place of the Muhurtha", {392, 0, 388, 210});
+    static const char* const names[7] = {"cmbMuhuCountry", "cmbMuhuCity", "txtMuhuLati", "txtMuhuLongi",
+                                         "TxtMuhuNS",      "txtMuhuEW",   "txtMuhuGMT"};
+    PlaceRows(place, muhuPlace, names, 10, 26, 78, 34);
+    Hint(muhuPlace.country, "Select the country for the Muhurta.");
+    Hint(muhuPlace.city, "Select city for the Muhurta.");
+
+    lblChosen = ui::Label(frmMuhurtha, "lblChosen", QString(), {392, 222, 388, 70});
+    lblChosen->setWordWrap(true);
+    lblChosen->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+
+    WatchTimeField(txtMuhuBTime, optMuhuAMPM);
+    WatchTimeField(txtMuhDTFrom, optMuhuR1AMPM);
+    WatchTimeField(txtMuhDTTo, optMuhR2AMPM);
+
+    connect(optMuhuCheck, &QRadioButton::toggled, form, [this](bool on) {
+        if (!on) return;
+        framMuhuMoment->show();
+        framMuhuRange->hide();
+        framMuhuTimeRange->hide();
+        form->request_.SearchMode = 2;
+    });
+    connect(optMuhuRange, &QRadioButton::toggled, form, [this](bool on) {
+        if (!on) return;
+        framMuhuMoment->hide();
+        framMuhuRange->show();
+        framMuhuTimeRange->show();
+        form->request_.SearchMode = 1;
+    });
+}
+
+void frmLogin::Impl::PersonBlock(QWidget* parent, PersonFields& f, const char* const names[5],
+                                 const char* const place[7], bool withSex, int x, int y)
+{
+    const int labelW = 84, fx = x + labelW + 6, step = 34;
+    QLabel* l = ui::Label(parent, (std::string("lbl") + names[0]).c_str(), "&Name:", {x, y, labelW, 24});
+    f.name = ui::Combo(parent, names[0], true, {fx, y, 240, 24});
+    ui::Names(l, f.name);
+    y += step;
+    if (withSex) {
+        ui::Label(parent, "lblSex", "Sex:", {x, y, labelW, 24})->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        auto* holder = new QWidget(parent);
+        holder->setObjectName("fraoptMF");
+        holder->setGeometry(fx, y, 200, 24);
+        f.male = ui::Option(holder, "optMF(0)", "&Male", {0, 0, 90, 24});
+        f.female = ui::Option(holder, "optMF(1)", "&Female", {96, 0, 100, 24});
+        f.male->setChecked(true);
+        y += step;
+    }
+    l = ui::Label(parent, (std::string("lbl") + names[1]).c_str(), "Birth &date:", {x, y, labelW, 24});
+    f.date = ui::MaskEdit(parent, names[1], "99/99/9999", kBlankDate, {fx, y, 90, 24});
+    ui::Names(l, f.date);
+    ui::Label(parent, (std::string("lbl") + names[1] + "Note").c_str(), "dd/mm/yyyy", {fx + 98, y, 100, 24});
+    y += step;
+    l = ui::Label(parent, (std::string("lbl") + names[2]).c_str(), "Birth t&ime:", {x, y, labelW, 24});
+    f.time = ui::MaskEdit(parent, names[2], "99.99", kBlankTime, {fx, y, 60, 24});
+    ui::Names(l, f.time);
+    QRadioButton* pair[2];
+    HalfPair(parent, names[3], pair, {fx + 70, y, 120, 24});
+    f.am = pair[0];
+    f.pm = pair[1];
+    f.am->setChecked(true);
+    y += step;
+    PlaceRows(parent, f.place, place, x, y, labelW, step);
+    for (QLabel* lbl : parent->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly))
+        if (lbl->buddy() || lbl->objectName() == "lblSex") lbl->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+}
+
+void frmLogin::Impl::BuildPage3()
+{
+    frmSingleGuy = ui::Frame(form, "frmSingleGuy", QString(), {10, 60, 780, 430});
+    frmSingleGuy->setFlat(true);
+    QGroupBox* who = ui::Frame(frmSingleGuy, "framPerson", "The person", {0, 0, 520, 430});
+    static const char* const names[5] = {"cmbPerson", "txtBDate", "txtBTime", "optAMPM", ""};
+    static const char* const place[7] = {"cmbCountry", "cmbCity", "txtLati", "txtLongi", "TextNS", "TextEW", "txtGMT"};
+    PersonBlock(who, person, names, place, true, 10, 26);
+    Hint(person.name, Q(Msg(101)));
+    Hint(person.male, Q(Msg(102)));
+    Hint(person.female, Q(Msg(103)));
+    Hint(person.date, Q(Msg(104)));
+    Hint(person.time, Q(Msg(107)));
+    Hint(person.am, Q(Msg(108)));
+    Hint(person.pm, Q(Msg(109)));
+    Hint(person.place.country, Q(Msg(110)));
+    Hint(person.place.gmt, Q(Msg(111)));
+    Hint(person.place.city, Q(Msg(112)));
+    Hint(person.place.lati, Q(Msg(113)));
+    Hint(person.place.longi, Q(Msg(114)));
+
+    QPushButton* save = ui::Button(who, "cmdSavePerson", "&Save Person", {100, 380, 126, 30});
+    save->setIcon(Icon("save"));
+    Hint(save, Q(Msg(105)));
+    connect(save, &QPushButton::clicked, form, &frmLogin::SavePerson);
+    QPushButton* del = ui::Button(who, "cmdDelPerson", "D&elete Person", {234, 380, 126, 30});
+    del->setIcon(Icon("delete"));
+    Hint(del, Q(Msg(106)));
+    connect(del, &QPushButton::clicked, form, &frmLogin::DeletePerson);
+    QPushButton* now = ui::Button(who, "cmdNowCast", "Born no&w", {368, 380, 126, 30});
+    now->setIcon(Icon("now"));
+    Hint(now, "The person is born at this moment: date and time of birth become now, and the Muhurtha is found.");
+    connect(now, &QPushButton::clicked, form, &frmLogin::cmdNowCast);
+
+    QGroupBox* files = ui::Frame(frmSingleGuy, "framPersonFiles", "Exchange files", {532, 0, 248, 190});
+    struct FileButton {
+        const char* name;
+        const char* caption;
+        const char* icon;
+        int msg;
+        void (frmLogin::*run)();
+    };
+    static const FileButton buttons[] = {
+        {"cmdSaveFile", "Save Person to File...", "save", 122, &frmLogin::SavePersonToFile},
+        {"cmdOpenFile", "Import Person File...", "open", 123, nullptr},
+        {"cmdExportDB", "Export All Persons...", "exportdb", 124, &frmLogin::SaveDatabaseToFile},
+        {"cmdMergeDB", "Merge Person Database...", "mergedb", 125, nullptr},
+    };
+    int y = 26;
+    for (const FileButton& b : buttons) {
+        QPushButton* button = ui::Button(files, b.name, b.caption, {12, y, 224, 30});
+        button->setIcon(Icon(b.icon));
+        Hint(button, Q(Msg(b.msg)));
+        if (b.run) connect(button, &QPushButton::clicked, form, b.run);
+        y += 38;
+    }
+    connect(files->findChild<QPushButton*>("cmdOpenFile"), &QPushButton::clicked, form,
+            [this] { form->ImportPersons(false); });
+    connect(files->findChild<QPushButton*>("cmdMergeDB"), &QPushButton::clicked, form,
+            [this] { form->ImportPersons(true); });
+}
+
+void frmLogin::Impl::BuildPage4()
+{
+    frmMatch = ui::Frame(form, "frmMatch", QString(), {10, 60, 780, 430});
+    frmMatch->setFlat(true);
+    QGroupBox* groom = ui::Frame(frmMatch, "framBoy", "The groom", {0, 0, 386, 430});
+    static const char* const boyNames[5] = {"cmbBoyName", "txtBoyDate", "txtBoyTime", "optBoyAMPM", ""};
+    static const char* const boyPlace[7] = {"cmbBoyCountry", "cmbBoyPlace", "txtBoyLatti", "txtBoyLongi",
+                                            "txtBoyNS",      "txtBoyEW",    "txtBoyGMT"};
+    PersonBlock(groom, boy, boyNames, boyPlace, false, 4, 26);
+    boy.sex = 1;
+    QGroupBox* bride = ui::Frame(frmMatch, "framGal", "The bride", {394, 0, 386, 430});
+    static const char* const galNames[5] = {"cmbGalName", "txtGalDate", "txtGalTime", "optGalAMPM", ""};
+    static const char* const galPlace[7] = {"cmbGalCountry", "cmbGalPlace", "txtGalLatti", "txtGalLongi",
+                                            "txtGalNS",      "txtGalEW",    "txtGalGMT"};
+    PersonBlock(bride, girl, galNames, galPlace, false, 4, 26);
+    girl.sex = 2;
+    Hint(boy.name, "Select the prospective groom.");
+    Hint(boy.place.country, "Boy's country of birth.");
+    Hint(boy.place.city, "Boy's place of birth.");
+    Hint(boy.date, "Boy's birth date.");
+    Hint(boy.time, "Boy's birth time.");
+    Hint(girl.name, "Select the prospective bride.");
+    Hint(girl.place.country, "Girl's country of birth.");
+    Hint(girl.date, "Girl's birth date.");
+    // The girl's time and place fields show her date's hint.
+    Hint(girl.time, "Girl's birth date.");
+    Hint(girl.place.city, "Girl's birth date.");
+}
+
+void frmLogin::Impl::BuildFoot()
+{
+    cmdExit = ui::Button(form, "cmdExit", "E&xit", {10, 512, 90, 30});
+    cmdExit->setIcon(Icon("exit"));
+    lblHint = ui::Label(form, "lblHint", QString(), {112, 498, 458, 56});
+    lblHint->setWordWrap(true);
+    lblHint->setFrameShape(QFrame::StyledPanel);
+    lblHint->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    lblHint->setMargin(4);
+    lblHint->setAccessibleName("Hint");
+    flpBack = ui::Button(form, "flpBack", "< &Back", {580, 512, 96, 30});
+    CmdGenerate = ui::Button(form, "CmdGenerate", "&Next >", {684, 512, 106, 30});
+    CmdGenerate->setDefault(true);
+    connect(cmdExit, &QPushButton::clicked, form, &frmLogin::cmdExit);
+    connect(flpBack, &QPushButton::clicked, form, &frmLogin::flpBack);
+    connect(CmdGenerate, &QPushButton::clicked, form, &frmLogin::CmdGenerate);
+}
+
+// ---------------------------------------------------------------------------
+// Lists
+
+void frmLogin::Impl::FillCountries(QComboBox* c)
+{
+    const QString keep = c->currentText();
+    const QSignalBlocker quiet(c);
+    c->clear();
+    auto rs = RecosDB()->OpenRecordset("Select * From Country");
+    for (rs->HasRows() ? rs->MoveFirst() : void(); !rs->IsEOF(); rs->MoveNext())
+        c->addItem(Q(rs->Field("Name").ToTextOrEmpty()));
+    c->setCurrentIndex(-1);
+    c->setEditText(keep);
+}
+
+void frmLogin::Impl::FillCities(QComboBox* c, const std::string& country)
+{
+    const QString keep = c->currentText();
+    const QSignalBlocker quiet(c);
+    c->clear();
+    auto rs = RecosDB()->OpenRecordset("Select * From City where country = '" + country + "'");
+    for (rs->HasRows() ? rs->MoveFirst() : void(); !rs->IsEOF(); rs->MoveNext())
+        c->addItem(Q(rs->Field("City").ToTextOrEmpty()));
+    c->setCurrentIndex(-1);
+    c->setEditText(keep);
+}
+
+void frmLogin::Impl::FillPersons(QComboBox* c)
+{
+    const QString keep = c->currentText();
+    const QSignalBlocker quiet(c);
+    c->clear();
+    auto rs = RecosDB()->OpenRecordset("qryPersonName");
+    for (rs->HasRows() ? rs->MoveFirst() : void(); !rs->IsEOF(); rs->MoveNext())
+        c->addItem(Q(rs->Field("Name").ToTextOrEmpty()));
+    c->setCurrentIndex(-1);
+    c->setEditText(keep);
+}
+
+void frmLogin::Impl::FillAllPersonLists()
+{
+    FillPersons(person.name);
+    FillPersons(boy.name);
+    FillPersons(girl.name);
+}
+
+// ---------------------------------------------------------------------------
+// Type-ahead
+
+void frmLogin::Impl::CountryTyped(PlaceFields& f, const QString& text)
+{
+    auto rs = RecosDB()->OpenRecordset("SELECT * FROM Country WHERE Name LIKE '" + S(text) + "%'");
+    if (!rs->HasRows()) {
+        SetHintLine("If the country is " + text + " is not in database, you'll have to provide GMT Difference manually.");
+        return;
+    }
+    rs->MoveFirst();
+    SetHintLine("If the country is " + Q(rs->Field("Name").ToTextOrEmpty()) +
+                ", Press 'Enter' to update automatically.");
+    const std::string zone = rs->Field("GMTDIF").ToTextOrEmpty();
+    f.gmt->setText(zone.empty() ? kBlankZone : Q(zone));
+}
+
+void frmLogin::Impl::CountryChosen(PlaceFields& f, const QString& text)
+{
+    auto rs = RecosDB()->OpenRecordset("SELECT * FROM Country WHERE Name = '" + S(text) + "'");
+    std::string zone;
+    if (rs->HasRows()) {
+        rs->MoveFirst();
+        zone = rs->Field("GMTDIF").ToTextOrEmpty();
+    }
+    f.gmt->setText(zone.empty() ? "-00.00" : Q(zone));
+    FillCities(f.city, S(text));
+}
+
+void frmLogin::Impl::TakeCityRow(PlaceFields& f, Recordset& rs)
+{
+    f.lati->setText(DegreesField(rs.Field("Lat").ToTextOrEmpty()));
+    f.longi->setText(DegreesField(rs.Field("Longy").ToTextOrEmpty()));
+    f.ns->setText(Q(rs.Field("NOSO").ToTextOrEmpty()));
+    f.ew->setText(Q(rs.Field("EaWe").ToTextOrEmpty()));
+    f.gmt->setText(Q(rs.Field("GMTDIFF").ToTextOrEmpty()));
+    const QSignalBlocker quiet(f.country);
+    f.country->setEditText(Q(rs.Field("Country").ToTextOrEmpty()));
+}
+
+void frmLogin::Impl::CityTyped(PlaceFields& f, const QString& text)
+{
+    auto rs = RecosDB()->OpenRecordset("SELECT * FROM CITY WHERE CITY LIKE '" + S(text) + "%' AND Country Like '" +
+                                       Text(f.country) + "'");
+    if (!rs->HasRows()) {
+        SetHintLine("If the City is " + text +
+                    " is not in database, you'll have to provide Longitude & Latitude manually.");
+        f.lati->setText(kBlankDegrees);
+        f.longi->setText(kBlankDegrees);
+        f.ns->setText("N");
+        f.ew->setText("E");
+        return;
+    }
+    rs->MoveFirst();
+    SetHintLine("If the City is " + Q(rs->Field("City").ToTextOrEmpty()) + ", Press 'Enter' to update automatically.");
+}
+
+void frmLogin::Impl::CityChosen(PlaceFields& f, const QString& text, bool byCountryToo)
+{
+    std::string sql = "SELECT * FROM CITY WHERE CITY LIKE '" + S(text) + "%'";
+    if (byCountryToo) sql += " AND Country Like '" + Text(f.country) + "'";
+    auto rs = RecosDB()->OpenRecordset(sql);
+    if (!rs->HasRows() && byCountryToo) rs = RecosDB()->OpenRecordset("SELECT * FROM CITY WHERE CITY LIKE '" + S(text) + "%'");
+    if (!rs->HasRows()) {
+        CityTyped(f, text);
+        return;
+    }
+    rs->MoveFirst();
+    const QString name = Q(rs->Field("City").ToTextOrEmpty());
+    {
+        const QSignalBlocker quiet(f.city);
+        f.city->setEditText(name);
+    }
+    TakeCityRow(f, *rs);
+    SetHintLine("If the City is " + name + ", Press 'Enter' to update automatically.");
+}
+
+void frmLogin::Impl::PersonTyped(const QString& text)
+{
+    auto rs = RecosDB()->OpenRecordset("SELECT * FROM PERSON WHERE NAME LIKE '" + S(text) + "%'");
+    if (!rs->HasRows()) {
+        SetHintLine("If the Person is '" + text +
+                    " is not in database, please don't forget to fill in Date, Time & Place of birth.");
+        return;
+    }
+    rs->MoveFirst();
+    SetHintLine("If the Person is '" + Q(rs->Field("Name").ToTextOrEmpty()) +
+                "', Press 'Enter' to update automatically.");
+}
+
+namespace {
+
+// Runs a lookup of the type-ahead. A typed apostrophe breaks the query
+// text; the lookup then answers nothing, and the hint line says why.
+template <typename F>
+void Lookup(QLabel* hint, F&& run)
+{
+    try {
+        run();
+    } catch (const std::exception&) {
+        hint->setText("A name with an apostrophe (') can't be looked up.");
+    }
+}
+
+void PopupCompletion(QComboBox* c)
+{
+    c->completer()->setCompletionMode(QCompleter::PopupCompletion);
+    c->completer()->setFilterMode(Qt::MatchStartsWith);
+    c->completer()->setCaseSensitivity(Qt::CaseInsensitive);
+}
+
+}  // namespace
+
+void frmLogin::Impl::WirePlace(PlaceFields& f)
+{
+    PopupCompletion(f.country);
+    PopupCompletion(f.city);
+    connect(f.country, &QComboBox::editTextChanged, form, [this, &f](const QString& text) {
+        if (!filling && f.country->hasFocus()) Lookup(lblHint, [&] { CountryTyped(f, text); });
+    });
+    auto countryChosen = [this, &f] { Lookup(lblHint, [&] { CountryChosen(f, f.country->currentText()); }); };
+    connect(f.country, qOverload<int>(&QComboBox::activated), form, countryChosen);
+    connect(f.country->completer(), qOverload<const QString&>(&QCompleter::activated), form, countryChosen);
+
+    connect(f.city, &QComboBox::editTextChanged, form, [this, &f](const QString& text) {
+        if (!filling && f.city->hasFocus()) Lookup(lblHint, [&] { CityTyped(f, text); });
+    });
+    connect(f.city, qOverload<int>(&QComboBox::activated), form,
+            [this, &f] { Lookup(lblHint, [&] { CityChosen(f, f.city->currentText(), false); }); });
+    connect(f.city->completer(), qOverload<const QString&>(&QCompleter::activated), form,
+            [this, &f](const QString& text) { Lookup(lblHint, [&] { CityChosen(f, text, false); }); });
+    // Enter takes the row that the hint line names.
+    connect(f.city->lineEdit(), &QLineEdit::returnPressed, form,
+            [this, &f] { Lookup(lblHint, [&] { CityChosen(f, f.city->currentText(), true); }); });
+
+    // Hemisphere letters are kept in capitals.
+    for (QLineEdit* e : {f.ns, f.ew}) {
+        e->installEventFilter(form);
+        connect(e, &QLineEdit::textEdited, form, [e](const QString& t) {
+            if (t != t.toUpper()) e->setText(t.toUpper());
+        });
+        connect(e, &QLineEdit::textChanged, form, [e] { e->selectAll(); });
+    }
+}
+
+void frmLogin::Impl::WirePerson(PersonFields& f, const std::string& block)
+{
+    PopupCompletion(f.name);
+    connect(f.name, &QComboBox::editTextChanged, form, [this, &f](const QString& text) {
+        if (!filling && f.name->hasFocus()) Lookup(lblHint, [&] { PersonTyped(text); });
+    });
+    auto chosen = [this, block](const QString& name) {
+        Lookup(lblHint, [&] { form->LoadPerson(S(name), block); });
+    };
+    connect(f.name, &QComboBox::textActivated, form, chosen);
+    connect(f.name->completer(), qOverload<const QString&>(&QCompleter::activated), form, chosen);
+    connect(f.name->lineEdit(), &QLineEdit::returnPressed, form, [this, &f, block] {
+        Lookup(lblHint, [&] {
+            auto rs = RecosDB()->OpenRecordset("SELECT * FROM PERSON WHERE NAME LIKE '" + Text(f.name) + "%'");
+            if (!rs->HasRows()) return;
+            rs->MoveFirst();
+            const QString name = Q(rs->Field("Name").ToTextOrEmpty());
+            {
+                const QSignalBlocker quiet(f.name);
+                f.name->setEditText(name);
+            }
+            form->LoadPerson(S(name), block);
+        });
+    });
+    WirePlace(f.place);
+}
+
+// ---------------------------------------------------------------------------
+// Fields
+
+RequestPlace frmLogin::Impl::Gather(const PlaceFields& f) const
+{
+    RequestPlace p;
+    p.Country = Text(f.country);
+    p.City = Text(f.city);
+    p.Lati = Text(f.lati);
+    p.Longi = Text(f.longi);
+    p.NS = Text(f.ns);
+    p.EW = Text(f.ew);
+    p.GMT = Text(f.gmt);
+    return p;
+}
+
+RequestPerson frmLogin::Impl::Gather(const PersonFields& f) const
+{
+    RequestPerson p;
+    p.Name = Text(f.name);
+    p.Sex = f.male ? (f.male->isChecked() ? 1 : 2) : f.sex;
+    p.BDate = Text(f.date);
+    p.BTime = Text(f.time);
+    p.AMPM = f.am->isChecked() ? 1 : 2;
+    const RequestPlace place = Gather(f.place);
+    p.Country = place.Country;
+    p.City = place.City;
+    p.Lati = place.Lati;
+    p.Longi = place.Longi;
+    p.NS = place.NS;
+    p.EW = place.EW;
+    p.GMT = place.GMT;
+    return p;
+}
+
+bool frmLogin::Impl::TimeRefused(QLineEdit* field) const { return MuhurthaRequest::ValiDateTime(Text(field)); }
+
+QLineEdit* frmLogin::Impl::RefusedTimeField() const
+{
+    for (QLineEdit* f : {txtMuhuBTime, txtMuhDTFrom, txtMuhDTTo})
+        if (f->isVisibleTo(form) && TimeRefused(f)) return f;
+    return nullptr;
+}
+
+// ---------------------------------------------------------------------------
+// The form
+
+frmLogin::frmLogin(QWidget* parent) : QWidget(parent), d_(std::make_unique<Impl>(this))
+{
+    setObjectName("frmLogin");
+    setFixedSize(800, 560);
+    d_->BuildHeader();
+    d_->BuildPage1();
+    d_->BuildPage2();
+    d_->BuildPage3();
+    d_->BuildPage4();
+    d_->BuildFoot();
+    d_->WirePlace(d_->muhuPlace);
+    d_->WirePerson(d_->person, "");
+    d_->WirePerson(d_->boy, "Boy");
+    d_->WirePerson(d_->girl, "Gal");
+    connect(d_->cmdSettings, &QPushButton::clicked, this, [this] {
+        frmEditLongLat dialog(frmEditLongLat::Tab::Ayanamsh, this);
+        dialog.exec();
+    });
+
+    // Loading: the present in the date and time fields.
+    const QDateTime now = QDateTime::currentDateTime();
+    for (QDateEdit* d : {d_->dtMuhuDate, d_->dtMuhuFrom, d_->dtMuhuTo}) d->setDate(now.date());
+    const QString clock = now.toString("HH.mm");
+    for (QLineEdit* t : {d_->txtMuhuBTime, d_->txtMuhDTFrom, d_->txtMuhDTTo}) {
+        t->setText(clock);
+        emit t->textChanged(t->text());  // the AM/PM option follows even when the text was already there
+    }
+
+    // The lists of countries, cities, persons and languages.
+    d_->filling = true;
+    for (QComboBox* c : {d_->muhuPlace.country, d_->person.place.country, d_->boy.place.country,
+                         d_->girl.place.country})
+        d_->FillCountries(c);
+    for (QComboBox* c : {d_->muhuPlace.city, d_->person.place.city, d_->boy.place.city, d_->girl.place.city})
+        d_->FillCities(c, "India");
+    d_->FillAllPersonLists();
+    d_->languages.Fill();
+    for (const std::string& name : d_->languages.Items()) d_->cmbLangu->addItem(Q(name));
+    d_->cmbLangu->setCurrentIndex(d_->languages.Index());
+    connect(d_->cmbLangu, qOverload<int>(&QComboBox::currentIndexChanged), this, [this](int i) {
+        if (i >= 0) d_->languages.Select(i);
+    });
+    d_->muhu = Database::Open(EphePath("COMMON\\MUHU.DAT"));
+    Horomode() = 3;
+
+    auto first = RecosDB()->OpenRecordset("SELECT Name FROM Person");
+    if (first->HasRows()) {
+        first->MoveFirst();
+        d_->person.name->setEditText(Q(first->Field("Name").ToTextOrEmpty()));
+    }
+    d_->filling = false;
+
+    for (auto& [button, category] : d_->categoryButtons) {
+        if (std::string(category->button) == "butJanma") {
+            button->setChecked(true);
+            d_->framMuhuList->setTitle(category->caption);
+            FillMuhurthaList(category->key);
+        }
+    }
+    ShowRequestPage(1);
+}
+
+frmLogin::~frmLogin() = default;
+
+QString frmLogin::Hint() const { return d_->lblHint->text(); }
+
+void frmLogin::FillMuhurthaList(const std::string& Category)
+{
+    auto rs = d_->muhu->OpenRecordset("SELECT * FROM MUHU WHERE CATEGORY = '" + Category + "'");
+    d_->filling = true;
+    d_->tvMuhuList->clear();
+    for (rs->HasRows() ? rs->MoveFirst() : void(); !rs->IsEOF(); rs->MoveNext())
+        new QTreeWidgetItem(d_->tvMuhuList, QStringList(Q(rs->Field("mname").ToTextOrEmpty())));
+    if (d_->tvMuhuList->topLevelItemCount() > 0) d_->tvMuhuList->setCurrentItem(d_->tvMuhuList->topLevelItem(0));
+    d_->filling = false;
+    d_->framMuhuList->show();
+    request_.Category = Category;
+    QTreeWidgetItem* selected = d_->tvMuhuList->currentItem();
+    request_.MuhuName = selected ? S(selected->text(0)) : std::string();
+    window()->setWindowTitle(Q(AppTitle()) + "-" + Q(request_.MuhuName));
+}
+
+void frmLogin::ShowRequestPage(int Page)
+{
+    request_.RequestPage = Page;
+    QGroupBox* frames[] = {d_->framMuhus, d_->frmMuhurtha, d_->frmSingleGuy, d_->frmMatch};
+    for (int i = 0; i < 4; ++i) frames[i]->setVisible(i + 1 == Page);
+    const bool marriage = vb::UCase(request_.Category) == "MARRIAGE";
+    static const char* const titles[] = {"Choose the purpose", "When and where", "The person", "The couple"};
+    d_->lblTitle->setText(titles[Page - 1]);
+    d_->lblStep->setText(QString("Step %1 of 3").arg(Page == 4 ? 3 : Page) +
+                         (request_.MuhuName.empty() ? QString() : "  \u2014  " + Q(request_.MuhuName)));
+    d_->flpBack->setEnabled(Page > 1);
+    d_->CmdGenerate->setText(Page >= 3 ? "&Find Muhurtha" : "&Next >");
+    d_->CmdGenerate->setIcon(Page >= 3 ? Icon("generate") : QIcon());
+    d_->lblHint->clear();
+    d_->filling = true;
+    switch (Page) {
+    case 1:
+        d_->FillCities(d_->muhuPlace.city, "India");
+        break;
+    case 2:
+        d_->optMuhuRange->setChecked(true);
+        d_->optMuhuRange->setFocus();
+        d_->lblChosen->setText("Muhurtha: " + Q(request_.MuhuName.empty() ? "(none chosen)" : request_.MuhuName) +
+                               (marriage ? "\nFor a marriage the couple is asked next." : ""));
+        break;
+    case 3:
+        d_->FillCities(d_->person.place.city, "India");
+        if (!Text(d_->person.name).empty()) LoadPerson(Text(d_->person.name), "");
+        d_->person.name->setFocus();
+        break;
+    case 4:
+        d_->FillCities(d_->boy.place.city, "India");
+        d_->FillCities(d_->girl.place.city, "India");
+        if (!Text(d_->boy.name).empty()) LoadPerson(Text(d_->boy.name), "Boy");
+        if (!Text(d_->girl.name).empty()) LoadPerson(Text(d_->girl.name), "Gal");
+        d_->boy.name->setFocus();
+        break;
+    default: break;
+    }
+    d_->filling = false;
+}
+
+void frmLogin::CmdGenerate()
+{
+    switch (request_.RequestPage) {
+    case 1:
+        ShowRequestPage(2);
+        break;
+    case 2:
+        if (QLineEdit* refused = d_->RefusedTimeField()) {
+            refused->setFocus();
+            refused->selectAll();
+            return;
+        }
+        GatherRequest();
+        if (!request_.CheckRangeDates()) {
+            d_->dtMuhuTo->setFocus();
+            return;
+        }
+        ShowRequestPage(vb::UCase(request_.Category) == "MARRIAGE" ? 4 : 3);
+        break;
+    case 3:
+    case 4:
+        setEnabled(false);
+        RunEngine();
+        ShowRequestPage(1);
+        setEnabled(true);
+        break;
+    default: break;
+    }
+}
+
+void frmLogin::flpBack()
+{
+    if (request_.RequestPage == 3 || request_.RequestPage == 4) ShowRequestPage(2);
+    else if (request_.RequestPage == 2) ShowRequestPage(1);
+}
+
+void frmLogin::cmdNowCast()
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    d_->person.date->setText(now.toString("dd/MM/yyyy"));
+    d_->person.time->setText(now.toString("HH.mm"));
+    (now.time().hour() > 12 ? d_->person.pm : d_->person.am)->setChecked(true);
+    CmdGenerate();
+}
+
+void frmLogin::cmdExit()
+{
+    if (MsgBox("Do you really want to exit?", MsgButtons::YesNo, "Exit software?", MsgIcon::Question) ==
+        MsgAnswer::Yes)
+        QApplication::exit(0);
+}
+
+void frmLogin::GatherRequest()
+{
+    request_.MomentDate = S(d_->dtMuhuDate->date().toString("dd/MM/yyyy"));
+    request_.MomentTime = Text(d_->txtMuhuBTime);
+    request_.MomentAMPM = d_->optMuhuAMPM[0]->isChecked() ? 1 : 2;
+    request_.FromDate = S(d_->dtMuhuFrom->date().toString("dd/MM/yyyy"));
+    request_.ToDate = S(d_->dtMuhuTo->date().toString("dd/MM/yyyy"));
+    request_.FromTime = Text(d_->txtMuhDTFrom);
+    request_.ToTime = Text(d_->txtMuhDTTo);
+    request_.SearchMode = d_->optMuhuCheck->isChecked() ? 2 : d_->optMuhuRange->isChecked() ? 1 : 0;
+    request_.Place = d_->Gather(d_->muhuPlace);
+    request_.Person = d_->Gather(d_->person);
+    request_.Boy = d_->Gather(d_->boy);
+    request_.Girl = d_->Gather(d_->girl);
+}
+
+bool frmLogin::RunEngine()
+{
+    GatherRequest();
+    {
+        frmStatus status(window());
+        try {
+            request_.RunEngine(Engine(), TextDB(), RecosDB());
+        } catch (const std::exception& e) {
+            status.Done();
+            MsgBox(e.what(), MsgButtons::OK, AppTitle(), MsgIcon::Critical);
+            return false;
+        }
+        status.Done();
+    }
+    if (mdiMother* main = MainWindow()) {
+        main->show();
+        main->OpenResultPages();
+        main->RestoreResultView();
+    }
+    return true;
+}
+
+// ---------------------------------------------------------------------------
+// Persons
+
+void frmLogin::LoadPerson(const std::string& name, const std::string& block)
+{
+    PersonFields& f = block == "Boy" ? d_->boy : block == "Gal" ? d_->girl : d_->person;
+    auto rs = RecosDB()->OpenRecordset("SELECT * FROM Person Where Name = '" + name + "'");
+    if (!rs->HasRows()) return;
+    rs->MoveFirst();
+    auto field = [&](const char* n) { return rs->Field(n).ToTextOrEmpty(); };
+    const bool was = d_->filling;
+    d_->filling = true;
+    {
+        const QSignalBlocker quiet(f.name);
+        f.name->setEditText(Q(field("Name")));
+    }
+    if (f.male) (vb::Val(field("Sex")) == 2 ? f.female : f.male)->setChecked(true);
+    f.date->setText(Q(Pad(field("Day"), 2) + "/" + Pad(field("Month"), 2) + "/" + Pad(field("Year"), 4)));
+    f.time->setText(Q(Pad(field("Hour"), 2) + "." + Pad(field("Minutes"), 2)));
+    (vb::Val(field("AMPM")) == 2 ? f.pm : f.am)->setChecked(true);
+    f.place.lati->setText(Q(Pad(field("LatDeg"), 3) + ":" + Pad(field("LatMT"), 2)));
+    f.place.ns->setText(Q(field("TextNS")));
+    f.place.longi->setText(Q(Pad(field("LongDeg"), 3) + ":" + Pad(field("LongMT"), 2)));
+    f.place.ew->setText(Q(field("TextEW")));
+    f.place.gmt->setText(Q(field("GMTDIFF")));
+    {
+        const QSignalBlocker a(f.place.city), b(f.place.country);
+        f.place.city->setEditText(Q(field("City")));
+        f.place.country->setEditText(Q(field("Country")));
+    }
+    d_->filling = was;
+}
+
+void frmLogin::SavePerson()
+{
+    const RequestPerson fields = d_->Gather(d_->person);
+    if (vb::Trim(fields.Name).empty()) {
+        MsgBox(Msg(101), MsgButtons::OK, AppTitle(), MsgIcon::Exclamation);
+        d_->person.name->setFocus();
+        return;
+    }
+    try {
+        clsPerson p;
+        p.SetDB(RecosDB());
+        // A person of that name is written over; any other is added.
+        bool found = false;
+        for (long i = 0; i < p.RecordCount() && !found; ++i) {
+            p.MoveTo(i);
+            found = vb::EqualsNoCase(p.Name(), fields.Name);
+        }
+        FillPersonRecord(p, fields);
+        p.seconds(0);
+        if (found) p.Save();
+        else p.AddNew();
+    } catch (const std::exception& e) {
+        MsgBox(e.what(), MsgButtons::OK, AppTitle(), MsgIcon::Critical);
+        return;
+    }
+    d_->FillAllPersonLists();
+    MsgBox(Msg(117), MsgButtons::OK, AppTitle(), MsgIcon::Information);
+}
+
+void frmLogin::DeletePerson()
+{
+    const std::string name = Text(d_->person.name);
+    if (vb::Trim(name).empty()) return;
+    try {
+        clsPerson p;
+        p.SetDB(RecosDB());
+        bool found = false;
+        for (long i = 0; i < p.RecordCount() && !found; ++i) {
+            p.MoveTo(i);
+            found = vb::EqualsNoCase(p.Name(), name);
+        }
+        if (!found) {
+            MsgBox("'" + name + "' is not in the database.", MsgButtons::OK, AppTitle(), MsgIcon::Information);
+            return;
+        }
+        if (MsgBox("Do you want to delete '" + name + "' from the database?", MsgButtons::YesNo, AppTitle(),
+                   MsgIcon::Question) != MsgAnswer::Yes)
+            return;
+        p.Delete();
+    } catch (const std::exception& e) {
+        MsgBox(e.what(), MsgButtons::OK, AppTitle(), MsgIcon::Critical);
+        return;
+    }
+    {
+        const QSignalBlocker quiet(d_->person.name);
+        d_->person.name->setEditText(QString());
+    }
+    d_->FillAllPersonLists();
+    MsgBox(Msg(118), MsgButtons::OK, AppTitle(), MsgIcon::Information);
+}
+
+void frmLogin::SavePersonToFile()
+{
+    const std::string name = Text(d_->person.name);
+    const std::string path = Dialogs().SaveFile(this, "Save Person Details To File", "Person Details (*.JKP)|*.JKP|",
+                                                ".JKP", name + ".JKP");
+    if (path.empty()) return;
+    const std::string date = Text(d_->person.date);
+    const std::string time = Text(d_->person.time);
+    const std::string lati = Text(d_->person.place.lati);
+    const std::string longi = Text(d_->person.place.longi);
+    std::map<std::string, Variant> f;
+    f["Name"] = Variant(name);
+    f["Sex"] = Variant(d_->person.male->isChecked() ? 1 : 2);
+    f["Day"] = Variant(vb::Left(date, 2));
+    f["Month"] = Variant(vb::Mid(date, 4, 2));
+    f["Year"] = Variant(vb::Right(date, 4));
+    f["Hour"] = Variant(vb::Left(time, 2));
+    f["Minutes"] = Variant(vb::Mid(time, 4, 2));
+    // The seconds are the last two characters of the time box, as they
+    // always were written.
+    f["seconds"] = Variant(vb::Right(time, 2));
+    f["AMPM"] = Variant(d_->person.am->isChecked() ? 1 : 2);
+    f["Country"] = Variant(Text(d_->person.place.country));
+    f["LatDeg"] = Variant(vb::Left(lati, 3));
+    f["LatMT"] = Variant(vb::Right(lati, 2));
+    f["TextNS"] = Variant(Text(d_->person.place.ns));
+    f["LongDeg"] = Variant(vb::Left(longi, 3));
+    f["LongMT"] = Variant(vb::Right(longi, 2));
+    f["TextEW"] = Variant(Text(d_->person.place.ew));
+    f["City"] = Variant(Text(d_->person.place.city));
+    f["GMTDIFF"] = Variant(Text(d_->person.place.gmt));
+    try {
+        SavePersonFile(path, f);
+    } catch (const std::exception& e) {
+        MsgBox(e.what(), MsgButtons::OK, "Error Writing File", MsgIcon::Critical);
+        return;
+    }
+    d_->SetHintLine("The person's details have been saved in " + Q(path) + ".");
+}
+
+void frmLogin::SaveDatabaseToFile()
+{
+    const std::string path = Dialogs().SaveFile(this, "Save Database To File", "JKD Database (*.JKD)|*.JKD|", ".JKD",
+                                                std::string("Untitled") + ".JKD");
+    if (path.empty()) return;
+    try {
+        SaveDatabaseFile(path, *RecosDB());
+    } catch (const std::exception& e) {
+        MsgBox(e.what(), MsgButtons::OK, "Error Writing File", MsgIcon::Critical);
+        return;
+    }
+    d_->SetHintLine("The persons have been saved in " + Q(path) + ".");
+}
+
+void frmLogin::ImportPersons(bool database)
+{
+    const std::string path =
+        database ? Dialogs().OpenFile(this, "Merge Database", "JKD Database (*.JKD)|*.JKD|")
+                 : Dialogs().OpenFile(this, "Import Person Details", "Person Details (*.JKP)|*.JKP|");
+    if (path.empty()) return;
+    int added = 0;
+    try {
+        added = ranvel::ImportPersons(path, *RecosDB());
+    } catch (const std::exception& e) {
+        MsgBox(std::string(e.what()), MsgButtons::OK, Msg(4), MsgIcon::Critical);
+        return;
+    }
+    d_->FillAllPersonLists();
+    d_->SetHintLine(QString::number(added) + (added == 1 ? " person has" : " persons have") + " been added from " +
+                    Q(path) + ".");
+}
+
+// ---------------------------------------------------------------------------
+// Time fields, hints and keys
+
+QString frmLogin::RewriteForHalf(const QString& time, int half)
+{
+    const std::string t = S(time);
+    const std::string hh = vb::Left(t, 2);
+    const std::string mm = vb::Right(t, 2);
+    if (!vb::IsNumeric(hh)) return time;
+    const double hour = vb::ParseNumber(hh);
+    if (half == 1 && hour < 12) return Q(vb::CStr(hour + 12) + "." + mm);
+    if (half == 0 && hour >= 12) return Q(vb::Format(hour - 12, "00") + "." + mm);
+    return time;
+}
+
+bool frmLogin::eventFilter(QObject* watched, QEvent* event)
+{
+    auto* widget = qobject_cast<QWidget*>(watched);
+    if (event->type() == QEvent::FocusIn) {
+        if (auto it = d_->hints.find(watched); it != d_->hints.end()) d_->SetHintLine(*it);
+        if (auto* edit = qobject_cast<QLineEdit*>(watched); edit && !edit->inputMask().isEmpty())
+            QTimer::singleShot(0, edit, [edit] { edit->selectAll(); });
+    } else if (event->type() == QEvent::FocusOut) {
+        // A refused time keeps the focus, without a word.
+        auto* edit = qobject_cast<QLineEdit*>(watched);
+        const auto reason = static_cast<QFocusEvent*>(event)->reason();
+        const bool toAnother = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+                               reason == Qt::MouseFocusReason || reason == Qt::ShortcutFocusReason;
+        if (edit && toAnother && (edit == d_->txtMuhuBTime || edit == d_->txtMuhDTFrom || edit == d_->txtMuhDTTo) &&
+            d_->TimeRefused(edit) && isEnabled()) {
+            QTimer::singleShot(0, edit, [edit] {
+                edit->setFocus();
+                edit->selectAll();
+            });
+        }
+    } else if (event->type() == QEvent::KeyPress && widget) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        const QString typed = key->text().toUpper();
+        const bool printable = !typed.isEmpty() && typed[0].isPrint();
+        const QString name = widget->objectName();
+        if (printable && (name == "TextNS" || name == "TxtMuhuNS") && typed != "N" && typed != "S") {
+            MsgBox("You can only type 'N' - North, or 'S' - South in this box.", MsgButtons::OK, AppTitle(),
+                   MsgIcon::Exclamation);
+            return true;
+        }
+        if (printable && name == "txtMuhuEW" && typed != "E" && typed != "W") {
+            MsgBox("You can only type 'E' - East, or 'W' - West in this box.", MsgButtons::OK, AppTitle(),
+                   MsgIcon::Exclamation);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace ranvel
