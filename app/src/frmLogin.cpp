@@ -892,7 +892,15 @@ frmLogin::frmLogin(QWidget* parent) : QWidget(parent), d_(std::make_unique<Impl>
     ShowRequestPage(1);
 }
 
-frmLogin::~frmLogin() = default;
+frmLogin::~frmLogin()
+{
+    // The controls outlive the form's own state by a moment: what they say
+    // while they go (a last focus change) must not reach it.
+    for (QObject* child : findChildren<QObject*>()) {
+        child->blockSignals(true);
+        child->removeEventFilter(this);
+    }
+}
 
 QString frmLogin::Hint() const { return d_->lblHint->text(); }
 

@@ -1,0 +1,124 @@
+// Shared set-up of the desktop tests: a copy of the built installation in a
+// scratch folder of the test's own, settings in memory (the setup counted as
+// done), quiet sinks that keep what they were given, and common dialogs that
+// answer from a queue instead of asking.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QWidget>
+#include <deque>
+#include <filesystem>
+#include <string>
+
+#include "data/data_tree.h"
+#include "ranvel/data/datafiles.h"
+#include "ranvel/engine/request.h"
+#include "ranvel/platform/apppaths.h"
+#include "ranvel/platform/gui/dialogs.h"
+#include "ranvel/platform/settings.h"
+#include "ranvel/platform/sinks.h"
+
+namespace ranvel::test {
+
+// Answers the file dialogs from queues and notes what was asked.
+class QueuedDialogs : public CommonDialogs {
+public:
+    struct Asked {
+        std::string title, filter, defaultExt, suggested;
+    };
+    std::deque<std::string> files;
+    std::deque<QColor> colours;
+    std::vector<Asked> asked;
+    std::vector<std::string> opened;
+
+    std::string OpenFile(QWidget*, const std::string& title, const std::string& filter) override
+    {
+        asked.push_back({title, filter, "", ""});
+        return Next();
+    }
+    std::string SaveFile(QWidget*, const std::string& title, const std::string& filter, const std::string& ext,
+                         const std::string& suggested) override
+    {
+        asked.push_back({title, filter, ext, suggested});
+        return Next();
+    }
+    std::optional<QColor> Color(QWidget*, const QColor&) override
+    {
+        if (colours.empty()) return std::nullopt;
+        QColor c = colours.front();
+        colours.pop_front();
+        return c;
+    }
+    bool OpenDocument(const std::string& path) override
+    {
+        opened.push_back(path);
+        return true;
+    }
+
+private:
+    std::string Next()
+    {
+        if (files.empty()) return {};
+        std::string f = files.front();
+        files.pop_front();
+        return f;
+    }
+};
+
+class AppTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        namespace fs = std::filesystem;
+        RANVEL_REQUIRE_BUILD_TREE();
+        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+        app = testing::BuildDir() / "test-tmp" / "app" / (std::string(info->test_suite_name()) + "." + info->name());
+        fs::remove_all(app);
+        const fs::path built = testing::BuiltTree();
+        for (const char* dir : {"EPHE/COMMON", "EPHE/ENGLISH", "DATA/INIFILES"}) {
+            fs::create_directories(app / dir);
+            fs::copy(built / dir, app / dir, fs::copy_options::recursive);
+        }
+        fs::create_directory_symlink(built / "EPHE/Fonti", app / "EPHE/Fonti");
+        SetAppDir(app.string());
+        settings.Set("Settings", "DoneSetup", "True");
+        SetSettingsStore(&settings);
+        SetMessageSink(&messages);
+        SetDialogs(&dialogs);
+        CheckStartupFiles();
+        RefreshLanguageInclude();
+        ResetEngine(nullptr);
+    }
+
+    void TearDown() override
+    {
+        // The windows of the test; popups belong to the controls that made them.
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (w->windowType() != Qt::Popup && w->windowType() != Qt::ToolTip && !w->parent()) w->deleteLater();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        ResetEngine(nullptr);
+        SetDialogs(nullptr);
+        SetMessageSink(nullptr);
+        SetSettingsStore(nullptr);
+        RecosDB().reset();
+        TextDB().reset();
+        SetAppDir("");
+    }
+
+    // The titles of the message boxes shown so far.
+    std::vector<std::string> Titles() const
+    {
+        std::vector<std::string> t;
+        for (const Message& m : messages.Messages()) t.push_back(m.title);
+        return t;
+    }
+
+    std::filesystem::path app;
+    MemorySettingsStore settings;
+    HeadlessMessageSink messages{true};
+    QueuedDialogs dialogs;
+};
+
+}  // namespace ranvel::test

@@ -1,0 +1,392 @@
+// The request form as a user drives it: the pages and their order, the
+// time fields and their AM/PM options, the range check, the type-ahead of
+// places and persons, the person store and the exchange files, and a
+// generation that answers as the command line does.
+#include <QComboBox>
+#include <QDateEdit>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QTreeWidget>
+#include <fstream>
+
+#include "app/app_fixture.h"
+#include "commands.h"
+#include "ranvel/app/frmLogin.h"
+#include "ranvel/app/mdiMother.h"
+#include "ranvel/data/messages.h"
+#include "ranvel/engine/analysis.h"
+
+namespace ranvel::test {
+namespace {
+
+class RequestForm : public AppTest {
+protected:
+    template <typename T = QWidget>
+    T* Find(const char* name)
+    {
+        T* w = form->findChild<T*>(name);
+        EXPECT_NE(w, nullptr) << name;
+        return w;
+    }
+    void SetUp() override
+    {
+        AppTest::SetUp();
+        form = new frmLogin;
+        form->show();
+        QApplication::setActiveWindow(form);
+    }
+    void Next() { Find<QPushButton>("CmdGenerate")->click(); }
+    void Back() { Find<QPushButton>("flpBack")->click(); }
+    int Page() { return form->Request().RequestPage; }
+    void Type(QComboBox* combo, const QString& text)
+    {
+        combo->setFocus();
+        combo->lineEdit()->clear();
+        QTest::keyClicks(combo->lineEdit(), text);
+    }
+    void SetDate(const char* name, int d, int m, int y) { Find<QDateEdit>(name)->setDate(QDate(y, m, d)); }
+
+    frmLogin* form = nullptr;
+};
+
+TEST_F(RequestForm, PagesGoOnByTheCategoryAndBackOneAtATime)
+{
+    // Loading chose the post-birth rites and their first Muhurtha.
+    EXPECT_EQ(Page(), 1);
+    EXPECT_TRUE(Find<QGroupBox>("framMuhus")->isVisible());
+    EXPECT_EQ(form->Request().Category, "BIRTHRITES");
+    EXPECT_FALSE(form->Request().MuhuName.empty());
+    EXPECT_EQ(form->windowTitle().toStdString(), "Ranvel-" + form->Request().MuhuName);
+
+    Next();
+    EXPECT_EQ(Page(), 2);
+    EXPECT_TRUE(Find<QGroupBox>("frmMuhurtha")->isVisible());
+    EXPECT_FALSE(Find<QGroupBox>("framMuhus")->isVisible());
+    // A range search is where page 2 starts.
+    EXPECT_TRUE(Find<QRadioButton>("optMuhuRange")->isChecked());
+    EXPECT_EQ(form->Request().SearchMode, 1);
+    EXPECT_TRUE(Find<QGroupBox>("framMuhuRange")->isVisible());
+    Find<QRadioButton>("optMuhuCheck")->click();
+    EXPECT_EQ(form->Request().SearchMode, 2);
+    EXPECT_FALSE(Find<QGroupBox>("framMuhuTimeRange")->isVisible());
+    EXPECT_TRUE(Find<QGroupBox>("framMuhuMoment")->isVisible());
+
+    Next();
+    EXPECT_EQ(Page(), 3);
+    EXPECT_TRUE(Find<QGroupBox>("frmSingleGuy")->isVisible());
+    Back();
+    EXPECT_EQ(Page(), 2);
+    // Entering page 2 again chooses the range once more.
+    EXPECT_EQ(form->Request().SearchMode, 1);
+    Back();
+    EXPECT_EQ(Page(), 1);
+    Back();
+    EXPECT_EQ(Page(), 1);
+
+    // A marriage asks for the couple; a double click on a Muhurtha goes on.
+    Find<QAbstractButton>("butMarriage")->click();
+    EXPECT_EQ(form->Request().Category, "Marriage");
+    auto* list = Find<QTreeWidget>("tvMuhuList");
+    ASSERT_GT(list->topLevelItemCount(), 1);
+    list->setCurrentItem(list->topLevelItem(1));
+    EXPECT_EQ(form->Request().MuhuName, list->topLevelItem(1)->text(0).toStdString());
+    emit list->itemDoubleClicked(list->topLevelItem(1), 0);
+    EXPECT_EQ(Page(), 2);
+    Next();
+    EXPECT_EQ(Page(), 4);
+    EXPECT_TRUE(Find<QGroupBox>("frmMatch")->isVisible());
+    Back();
+    EXPECT_EQ(Page(), 2);
+
+    // A category with nothing in the catalogue still goes on, with no name.
+    Back();
+    form->FillMuhurthaList("NOSUCHCATEGORY");
+    EXPECT_EQ(list->topLevelItemCount(), 0);
+    EXPECT_EQ(form->Request().MuhuName, "");
+    Next();
+    EXPECT_EQ(Page(), 2);
+}
+
+TEST_F(RequestForm, TimeFieldsFollowTheirHalfOfTheDay)
+{
+    auto* time = Find<QLineEdit>("txtMuhuBTime");
+    auto* am = Find<QRadioButton>("optMuhuAMPM(0)");
+    auto* pm = Find<QRadioButton>("optMuhuAMPM(1)");
+    time->setText("11.45");
+    EXPECT_TRUE(am->isChecked());
+    pm->click();
+    EXPECT_EQ(time->text(), "23.45");
+    EXPECT_TRUE(pm->isChecked());
+    am->click();
+    EXPECT_EQ(time->text(), "11.45");
+    time->setText("12.30");
+    EXPECT_TRUE(pm->isChecked());
+    am->click();
+    EXPECT_EQ(time->text(), "00.30");
+    // The pairs of the window are their own.
+    auto* from = Find<QLineEdit>("txtMuhDTFrom");
+    from->setText("09.05");
+    Find<QRadioButton>("optMuhuR1AMPM(1)")->click();
+    EXPECT_EQ(from->text(), "21.05");
+    EXPECT_EQ(time->text(), "00.30");
+    Find<QLineEdit>("txtMuhDTTo")->setText("24.00");
+    EXPECT_TRUE(Find<QRadioButton>("optMuhR2AMPM(1)")->isChecked());
+    EXPECT_EQ(frmLogin::RewriteForHalf("24.00", 1), "24.00");
+}
+
+TEST_F(RequestForm, ARefusedTimeKeepsThePageAndTheFocus)
+{
+    EXPECT_TRUE(MuhurthaRequest::ValiDateTime("25.00"));
+    EXPECT_TRUE(MuhurthaRequest::ValiDateTime("23.60"));
+    EXPECT_TRUE(MuhurthaRequest::ValiDateTime("1_.30"));
+    EXPECT_FALSE(MuhurthaRequest::ValiDateTime("24.00"));
+    EXPECT_FALSE(MuhurthaRequest::ValiDateTime("00.59"));
+
+    Next();
+    auto* to = Find<QLineEdit>("txtMuhDTTo");
+    to->setText("25.00");
+    Next();
+    EXPECT_EQ(Page(), 2);
+    EXPECT_TRUE(to->hasFocus());
+    EXPECT_TRUE(messages.Messages().empty());  // refused without a word
+
+    // Leaving the field by the keyboard brings the focus back to it.
+    QTest::keyClick(to, Qt::Key_Tab);
+    QApplication::processEvents();
+    EXPECT_TRUE(to->hasFocus());
+
+    to->setText("24.00");
+    Next();
+    EXPECT_EQ(Page(), 3);
+}
+
+TEST_F(RequestForm, ToBeforeFromIsRefusedWithItsMessageAndEqualDatesPass)
+{
+    Next();
+    SetDate("dtMuhuFrom", 10, 11, 2024);
+    SetDate("dtMuhuTo", 9, 11, 2024);
+    Next();
+    EXPECT_EQ(Page(), 2);
+    ASSERT_EQ(messages.Messages().size(), 1u);
+    EXPECT_EQ(messages.Messages()[0].title, "Error in date.");
+    EXPECT_EQ(messages.Messages()[0].text,
+              "The 'To:' date can't be lesser than the 'From:' date.\nPlease provide another date.");
+    EXPECT_TRUE(Find<QDateEdit>("dtMuhuTo")->hasFocus());
+
+    // A moment is checked without looking at the range.
+    Find<QRadioButton>("optMuhuCheck")->click();
+    Next();
+    EXPECT_EQ(Page(), 3);
+    Back();
+    SetDate("dtMuhuTo", 10, 11, 2024);
+    Next();
+    EXPECT_EQ(Page(), 3);
+    EXPECT_EQ(messages.Messages().size(), 1u);
+}
+
+TEST_F(RequestForm, TypingAPlaceNamesItInTheHintAndEnterFillsTheFields)
+{
+    Next();
+    auto* country = Find<QComboBox>("cmbMuhuCountry");
+    auto* city = Find<QComboBox>("cmbMuhuCity");
+    Type(country, "Indo");
+    EXPECT_EQ(form->Hint(), "If the country is Indonesia, Press 'Enter' to update automatically.");
+    EXPECT_EQ(Find<QLineEdit>("txtMuhuGMT")->text(), "+07.00");
+    Type(country, "Atlantis");
+    EXPECT_EQ(form->Hint(),
+              "If the country is Atlantis is not in database, you'll have to provide GMT Difference manually.");
+    Type(country, "India");
+    emit country->activated(0);
+    EXPECT_EQ(Find<QLineEdit>("txtMuhuGMT")->text(), "+05.30");
+    EXPECT_EQ(city->count(), 211);
+
+    Type(city, "New Del");
+    EXPECT_EQ(form->Hint(), "If the City is New Delhi, Press 'Enter' to update automatically.");
+    QTest::keyClick(city->lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(city->currentText(), "New Delhi");
+    EXPECT_EQ(Find<QLineEdit>("txtMuhuLati")->text(), "028:36");
+    EXPECT_EQ(Find<QLineEdit>("txtMuhuLongi")->text(), "077:12");
+    EXPECT_EQ(Find<QLineEdit>("TxtMuhuNS")->text(), "N");
+    EXPECT_EQ(Find<QLineEdit>("txtMuhuEW")->text(), "E");
+
+    Type(city, "Xanadu");
+    EXPECT_EQ(form->Hint(),
+              "If the City is Xanadu is not in database, you'll have to provide Longitude & Latitude manually.");
+    EXPECT_EQ(Find<QLineEdit>("txtMuhuLati")->text(), "000:00");
+
+    // A typed apostrophe breaks the lookup, not the form.
+    Type(city, "O'");
+    EXPECT_NE(form->Hint().indexOf("apostrophe"), -1);
+
+    // Only N and S in the place's hemisphere field.
+    auto* ns = Find<QLineEdit>("TxtMuhuNS");
+    ns->setFocus();
+    QTest::keyClick(ns, Qt::Key_X);
+    ASSERT_FALSE(messages.Messages().empty());
+    EXPECT_EQ(messages.Messages().back().text, "You can only type 'N' - North, or 'S' - South in this box.");
+    QTest::keyClick(Find<QLineEdit>("txtMuhuEW"), Qt::Key_N);
+    EXPECT_EQ(messages.Messages().back().text, "You can only type 'E' - East, or 'W' - West in this box.");
+}
+
+TEST_F(RequestForm, APersonIsSavedFoundAndDeleted)
+{
+    Next();
+    Next();
+    ASSERT_EQ(Page(), 3);
+    auto* name = Find<QComboBox>("cmbPerson");
+    Type(name, "Ravi");
+    EXPECT_EQ(form->Hint(),
+              "If the Person is 'Ravi is not in database, please don't forget to fill in Date, Time & Place of birth.");
+    Find<QRadioButton>("optMF(1)")->click();
+    Find<QLineEdit>("txtBDate")->setText("02/09/2000");
+    Find<QLineEdit>("txtBTime")->setText("07.05");
+    Find<QComboBox>("cmbCity")->setEditText("Pune");
+    Find<QComboBox>("cmbCountry")->setEditText("India");
+    Find<QLineEdit>("txtLati")->setText("018:31");
+    Find<QLineEdit>("txtLongi")->setText("073:51");
+    Find<QLineEdit>("txtGMT")->setText("+05.30");
+    Find<QPushButton>("cmdSavePerson")->click();
+    ASSERT_FALSE(messages.Messages().empty());
+    EXPECT_EQ(messages.Messages().back().text, Msg(117));
+    EXPECT_EQ(RecosDB()->OpenRecordset("SELECT * FROM Person WHERE Name = 'Ravi'")->RecordCount(), 1);
+    // Saving again writes over the same person.
+    Find<QLineEdit>("txtBTime")->setText("08.15");
+    Find<QPushButton>("cmdSavePerson")->click();
+    auto rs = RecosDB()->OpenRecordset("SELECT * FROM Person WHERE Name = 'Ravi'");
+    ASSERT_EQ(rs->RecordCount(), 1);
+    EXPECT_EQ(rs->Field("Hour").ToText(), "8");
+
+    // Found again by typing, and loaded with Enter.
+    Find<QLineEdit>("txtBDate")->setText("00/00/0000");
+    Type(name, "Rav");
+    EXPECT_EQ(form->Hint(), "If the Person is 'Ravi', Press 'Enter' to update automatically.");
+    QTest::keyClick(name->lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(Find<QLineEdit>("txtBDate")->text(), "02/09/2000");
+    EXPECT_EQ(Find<QLineEdit>("txtBTime")->text(), "08.15");
+    EXPECT_EQ(Find<QLineEdit>("txtLati")->text(), "018:31");
+    EXPECT_EQ(Find<QComboBox>("cmbCity")->currentText(), "Pune");
+    EXPECT_TRUE(Find<QRadioButton>("optMF(1)")->isChecked());
+    EXPECT_NE(Find<QComboBox>("cmbBoyName")->findText("Ravi"), -1);
+
+    Find<QPushButton>("cmdDelPerson")->click();
+    EXPECT_EQ(messages.Messages().back().text, Msg(118));
+    EXPECT_EQ(RecosDB()->OpenRecordset("SELECT * FROM Person WHERE Name = 'Ravi'")->RecordCount(), 0);
+    EXPECT_EQ(Find<QComboBox>("cmbBoyName")->findText("Ravi"), -1);
+}
+
+TEST_F(RequestForm, ExchangeFilesRoundTripAndMergeTwice)
+{
+    Next();
+    Next();
+    Find<QComboBox>("cmbPerson")->setEditText("Asha");
+    Find<QLineEdit>("txtBDate")->setText("21/03/1988");
+    Find<QLineEdit>("txtBTime")->setText("16.40");
+    Find<QRadioButton>("optAMPM(1)")->click();
+    Find<QPushButton>("cmdSavePerson")->click();
+
+    const std::string one = (app / "Asha.JKP").string();
+    const std::string all = (app / "all.JKD").string();
+    dialogs.files = {one, all};
+    Find<QPushButton>("cmdSaveFile")->click();
+    Find<QPushButton>("cmdExportDB")->click();
+    ASSERT_EQ(dialogs.asked.size(), 2u);
+    EXPECT_EQ(dialogs.asked[0].title, "Save Person Details To File");
+    EXPECT_EQ(dialogs.asked[0].filter, "Person Details (*.JKP)|*.JKP|");
+    EXPECT_EQ(dialogs.asked[0].suggested, "Asha.JKP");
+    EXPECT_EQ(dialogs.asked[1].title, "Save Database To File");
+    EXPECT_EQ(dialogs.asked[1].suggested, "Untitled.JKD");
+    auto file = Database::Open(one)->OpenTable("Person");
+    ASSERT_EQ(file->RecordCount(), 1);
+    EXPECT_EQ(file->Field("Month").ToText(), "03");
+    EXPECT_EQ(file->Field("Hour").ToText(), "16");
+    EXPECT_EQ(file->Field("seconds").ToText(), "40");  // the time box's last two characters
+    EXPECT_EQ(file->Field("AMPM").ToText(), "2");
+
+    // A cancelled dialog does nothing; two merges give two more of each.
+    Find<QPushButton>("cmdMergeDB")->click();
+    dialogs.files = {all, all, one};
+    Find<QPushButton>("cmdMergeDB")->click();
+    Find<QPushButton>("cmdMergeDB")->click();
+    Find<QPushButton>("cmdOpenFile")->click();
+    EXPECT_EQ(dialogs.asked[3].title, "Merge Database");
+    EXPECT_EQ(dialogs.asked[5].title, "Import Person Details");
+    EXPECT_EQ(RecosDB()->OpenRecordset("SELECT * FROM Person WHERE Name = 'Asha'")->RecordCount(), 4);
+
+    // A file that holds no persons is refused and adds nothing.
+    std::ofstream(app / "bad.JKD") << "nothing";
+    dialogs.files = {(app / "bad.JKD").string()};
+    Find<QPushButton>("cmdMergeDB")->click();
+    EXPECT_EQ(messages.Messages().back().title, Msg(4));
+    EXPECT_EQ(RecosDB()->OpenRecordset("SELECT * FROM Person")->RecordCount(), 4);
+}
+
+// The request of the main job, entered through the form, finds what the
+// command line finds for the same request.
+TEST_F(RequestForm, AGenerationAnswersAsTheCommandLineDoes)
+{
+    auto* main = new mdiMother;
+    frmLogin* f = main->EntryForm();
+    auto find = [&](const char* n) { return f->findChild<QWidget*>(n); };
+    static_cast<QAbstractButton*>(find("butMarriage"))->click();
+    auto* list = f->findChild<QTreeWidget*>("tvMuhuList");
+    list->setCurrentItem(list->findItems("Marriage ceremony (Vivaha)", Qt::MatchExactly).value(0));
+    f->CmdGenerate();
+    static_cast<QDateEdit*>(find("dtMuhuFrom"))->setDate(QDate(2024, 11, 1));
+    static_cast<QDateEdit*>(find("dtMuhuTo"))->setDate(QDate(2024, 11, 30));
+    static_cast<QDateEdit*>(find("dtMuhuDate"))->setDate(QDate(2024, 11, 1));
+    static_cast<QLineEdit*>(find("txtMuhuBTime"))->setText("00.00");
+    static_cast<QLineEdit*>(find("txtMuhDTFrom"))->setText("06.00");
+    static_cast<QLineEdit*>(find("txtMuhDTTo"))->setText("22.00");
+    auto place = [&](const char* country, const char* city, const char* lat, const char* lon, const char* gmt,
+                     const char* const names[5]) {
+        static_cast<QComboBox*>(find(names[0]))->setEditText(country);
+        static_cast<QComboBox*>(find(names[1]))->setEditText(city);
+        static_cast<QLineEdit*>(find(names[2]))->setText(lat);
+        static_cast<QLineEdit*>(find(names[3]))->setText(lon);
+        static_cast<QLineEdit*>(find(names[4]))->setText(gmt);
+    };
+    static const char* const muhu[5] = {"cmbMuhuCountry", "cmbMuhuCity", "txtMuhuLati", "txtMuhuLongi", "txtMuhuGMT"};
+    place("India", "New Delhi", "028:36", "077:12", "+05.30", muhu);
+    f->CmdGenerate();
+    ASSERT_EQ(f->Request().RequestPage, 4);
+    static const char* const boy[5] = {"cmbBoyCountry", "cmbBoyPlace", "txtBoyLatti", "txtBoyLongi", "txtBoyGMT"};
+    static const char* const gal[5] = {"cmbGalCountry", "cmbGalPlace", "txtGalLatti", "txtGalLongi", "txtGalGMT"};
+    static_cast<QComboBox*>(find("cmbBoyName"))->setEditText("Arjun");
+    static_cast<QLineEdit*>(find("txtBoyDate"))->setText("14/08/1994");
+    static_cast<QLineEdit*>(find("txtBoyTime"))->setText("09.20");
+    place("India", "New Delhi", "028:36", "077:12", "+05.30", boy);
+    static_cast<QComboBox*>(find("cmbGalName"))->setEditText("Meera");
+    static_cast<QLineEdit*>(find("txtGalDate"))->setText("03/02/1996");
+    static_cast<QLineEdit*>(find("txtGalTime"))->setText("17.45");
+    static_cast<QRadioButton*>(find("optGalAMPM(1)"))->click();
+    place("India", "Pune", "018:31", "073:51", "+05.30", gal);
+    f->CmdGenerate();
+
+    // The form is back on its first page, enabled, and the pages show the result.
+    EXPECT_EQ(f->Request().RequestPage, 1);
+    EXPECT_TRUE(f->isEnabled());
+    ASSERT_EQ(main->TopicCount(), 2);
+    EXPECT_EQ(main->CurrentTopic(), 0);
+    EXPECT_EQ(main->windowTitle(), "Ranvel-Muhurtha Score");
+    const std::string desktop = ResultReport(Engine());
+
+    const std::string request = (app / "request.json").string();
+    std::ofstream(request) << R"json({"Category": "Marriage", "MuhuName": "Marriage ceremony (Vivaha)", "SearchMode": 1,
+      "MomentDate": "01/11/2024", "MomentTime": "00.00", "FromDate": "01/11/2024", "ToDate": "30/11/2024",
+      "FromTime": "06.00", "ToTime": "22.00",
+      "Place": {"Country": "India", "City": "New Delhi", "Lati": "028:36", "Longi": "077:12", "NS": "N", "EW": "E", "GMT": "+05.30"},
+      "Boy": {"Name": "Arjun", "Sex": 1, "BDate": "14/08/1994", "BTime": "09.20", "AMPM": 1, "Country": "India", "City": "New Delhi", "Lati": "028:36", "Longi": "077:12", "NS": "N", "EW": "E", "GMT": "+05.30"},
+      "Girl": {"Name": "Meera", "Sex": 2, "BDate": "03/02/1996", "BTime": "17.45", "AMPM": 2, "Country": "India", "City": "Pune", "Lati": "018:31", "Longi": "073:51", "NS": "N", "EW": "E", "GMT": "+05.30"}})json";
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(cli::CmdMuhurtha(cli::Args({"--request", request}, {"json"})), 0);
+    const std::string commandLine = ::testing::internal::GetCapturedStdout();
+    EXPECT_EQ(desktop, commandLine);
+    EXPECT_NE(desktop.find("Best Muhurtha:"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace ranvel::test
