@@ -65,6 +65,15 @@ QIcon CategoryIcon(const char* button)
 
 QIcon Icon(const char* name) { return QIcon(QString(":/icons/%1.svg").arg(name)); }
 
+// The holder of one page of the form: all four lie at the same place.
+QWidget* Page(QWidget* form, const char* name)
+{
+    auto* page = new QWidget(form);
+    page->setObjectName(name);
+    page->setGeometry(10, 60, 780, 430);
+    return page;
+}
+
 std::string Pad(const std::string& digits, int width)
 {
     std::string s = vb::Trim(digits);
@@ -120,14 +129,14 @@ struct frmLogin::Impl {
     QPushButton* CmdGenerate = nullptr;
 
     // page 1
-    QGroupBox* framMuhus = nullptr;
+    QWidget* framMuhus = nullptr;
     QGroupBox* framMuhuList = nullptr;
     QTreeWidget* tvMuhuList = nullptr;
     QButtonGroup* categories = nullptr;
     std::vector<std::pair<ImageButton*, const CategoryButton*>> categoryButtons;
 
     // page 2
-    QGroupBox* frmMuhurtha = nullptr;
+    QWidget* frmMuhurtha = nullptr;
     QRadioButton* optMuhuRange = nullptr;
     QRadioButton* optMuhuCheck = nullptr;
     QGroupBox* framMuhuMoment = nullptr;
@@ -146,8 +155,8 @@ struct frmLogin::Impl {
     QLabel* lblChosen = nullptr;
 
     // page 3 and 4
-    QGroupBox* frmSingleGuy = nullptr;
-    QGroupBox* frmMatch = nullptr;
+    QWidget* frmSingleGuy = nullptr;
+    QWidget* frmMatch = nullptr;
     PersonFields person, boy, girl;
 
     QHash<QObject*, QString> hints;
@@ -225,15 +234,14 @@ void frmLogin::Impl::BuildHeader()
     cmbLangu = ui::Combo(form, "cmbLangu", false, {546, 14, 150, 24});
     ui::Names(lang, cmbLangu);
     Hint(cmbLangu, Q(Msg(115)));
-    cmdSettings = ui::Button(form, "cmdSettings", "Se&ttings...", {702, 13, 88, 26});
+    cmdSettings = ui::Button(form, "cmdSettings", "&Settings...", {702, 13, 88, 26});
     cmdSettings->setIcon(Icon("settings"));
     Hint(cmdSettings, Q(Msg(116)));
 }
 
 void frmLogin::Impl::BuildPage1()
 {
-    framMuhus = ui::Frame(form, "framMuhus", QString(), {10, 60, 780, 430});
-    framMuhus->setFlat(true);
+    framMuhus = Page(form, "framMuhus");
     QGroupBox* framCategory = ui::Frame(framMuhus, "framCategory", "Category", {0, 0, 488, 430});
     categories = new QButtonGroup(form);
     categories->setExclusive(true);
@@ -289,15 +297,15 @@ void frmLogin::Impl::PlaceRows(QWidget* parent, PlaceFields& f, const char* cons
                                int step)
 {
     const int fx = x + labelW + 6;
-    QLabel* l = ui::Label(parent, (std::string("lbl") + names[0]).c_str(), "Co&untry:", {x, y, labelW, 24});
+    QLabel* l = ui::Label(parent, (std::string("lbl") + names[0]).c_str(), "C&ountry:", {x, y, labelW, 24});
     f.country = ui::Combo(parent, names[0], true, {fx, y, 220, 24});
     ui::Names(l, f.country);
     y += step;
-    l = ui::Label(parent, (std::string("lbl") + names[1]).c_str(), "Ci&ty:", {x, y, labelW, 24});
+    l = ui::Label(parent, (std::string("lbl") + names[1]).c_str(), "Cit&y:", {x, y, labelW, 24});
     f.city = ui::Combo(parent, names[1], true, {fx, y, 220, 24});
     ui::Names(l, f.city);
     y += step;
-    l = ui::Label(parent, (std::string("lbl") + names[2]).c_str(), "Latit&ude:", {x, y, labelW, 24});
+    l = ui::Label(parent, (std::string("lbl") + names[2]).c_str(), "L&atitude:", {x, y, labelW, 24});
     f.lati = ui::MaskEdit(parent, names[2], "999:99", kBlankDegrees, {fx, y, 64, 24});
     ui::Names(l, f.lati);
     f.ns = ui::TextBox(parent, names[4], {fx + 70, y, 28, 24});
@@ -346,11 +354,10 @@ void frmLogin::Impl::WatchTimeField(QLineEdit* field, QRadioButton* (&pair)[2])
 
 void frmLogin::Impl::BuildPage2()
 {
-    frmMuhurtha = ui::Frame(form, "frmMuhurtha", QString(), {10, 60, 780, 430});
-    frmMuhurtha->setFlat(true);
+    frmMuhurtha = Page(form, "frmMuhurtha");
 
     QGroupBox* kind = ui::Frame(frmMuhurtha, "framSearchKind", "What to look for", {0, 0, 380, 84});
-    optMuhuRange = ui::Option(kind, "optMuhuRange", "Find the &best Muhurtha in a range of days", {12, 24, 356, 24});
+    optMuhuRange = ui::Option(kind, "optMuhuRange", "Find the best Muhurtha in a &range of days", {12, 24, 356, 24});
     optMuhuCheck = ui::Option(kind, "optMuhuCheck", "&Check one moment", {12, 52, 356, 24});
     Hint(optMuhuRange, "Find the best Muhurtha from a given time range.");
     Hint(optMuhuCheck, "Check a particular moment for auspiciousness.");
@@ -370,7 +377,7 @@ void frmLogin::Impl::BuildPage2()
     dtMuhuFrom = ui::DatePicker(framMuhuRange, "dtMuhuFrom", {76, 26, 130, 24});
     ui::Names(l, dtMuhuFrom);
     Hint(dtMuhuFrom, "Muhurta will be searched from this date.");
-    l = ui::Label(framMuhuRange, "lblMuhuTo", "T&o:", {10, 60, 60, 24});
+    l = ui::Label(framMuhuRange, "lblMuhuTo", "&To:", {10, 60, 60, 24});
     dtMuhuTo = ui::DatePicker(framMuhuRange, "dtMuhuTo", {76, 60, 130, 24});
     ui::Names(l, dtMuhuTo);
     Hint(dtMuhuTo, "Muhurta will be searched to this date.");
@@ -381,7 +388,7 @@ void frmLogin::Impl::BuildPage2()
     ui::Names(l, txtMuhDTFrom);
     Hint(txtMuhDTFrom, "Start time for Muhurta search.");
     HalfPair(framMuhuTimeRange, "optMuhuR1AMPM", optMuhuR1AMPM, {146, 26, 120, 24});
-    l = ui::Label(framMuhuTimeRange, "lblMuhDTTo", "To&:", {10, 60, 60, 24});
+    l = ui::Label(framMuhuTimeRange, "lblMuhDTTo", "Unt&il:", {10, 60, 60, 24});
     txtMuhDTTo = ui::MaskEdit(framMuhuTimeRange, "txtMuhDTTo", "99.99", kBlankTime, {76, 60, 60, 24});
     ui::Names(l, txtMuhDTTo);
     Hint(txtMuhDTTo, "End time for Muhurta search.");
@@ -395,7 +402,8 @@ void frmLogin::Impl::BuildPage2()
     Hint(muhuPlace.country, "Select the country for the Muhurta.");
     Hint(muhuPlace.city, "Select city for the Muhurta.");
 
-    lblChosen = ui::Label(frmMuhurtha, "lblChosen", QString(), {392, 222, 388, 70});
+    QGroupBox* chosen = ui::Frame(frmMuhurtha, "framChosen", "The search", {392, 218, 388, 110});
+    lblChosen = ui::Label(chosen, "lblChosen", QString(), {12, 22, 364, 80});
     lblChosen->setWordWrap(true);
     lblChosen->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
@@ -433,7 +441,7 @@ void frmLogin::Impl::PersonBlock(QWidget* parent, PersonFields& f, const char* c
         holder->setObjectName("fraoptMF");
         holder->setGeometry(fx, y, 200, 24);
         f.male = ui::Option(holder, "optMF(0)", "&Male", {0, 0, 90, 24});
-        f.female = ui::Option(holder, "optMF(1)", "&Female", {96, 0, 100, 24});
+        f.female = ui::Option(holder, "optMF(1)", "F&emale", {96, 0, 100, 24});
         f.male->setChecked(true);
         y += step;
     }
@@ -458,9 +466,8 @@ void frmLogin::Impl::PersonBlock(QWidget* parent, PersonFields& f, const char* c
 
 void frmLogin::Impl::BuildPage3()
 {
-    frmSingleGuy = ui::Frame(form, "frmSingleGuy", QString(), {10, 60, 780, 430});
-    frmSingleGuy->setFlat(true);
-    QGroupBox* who = ui::Frame(frmSingleGuy, "framPerson", "The person", {0, 0, 520, 430});
+    frmSingleGuy = Page(form, "frmSingleGuy");
+    QGroupBox* who = ui::Frame(frmSingleGuy, "framPerson", "The person", {0, 0, 520, 390});
     static const char* const names[5] = {"cmbPerson", "txtBDate", "txtBTime", "optAMPM", ""};
     static const char* const place[7] = {"cmbCountry", "cmbCity", "txtLati", "txtLongi", "TextNS", "TextEW", "txtGMT"};
     PersonBlock(who, person, names, place, true, 10, 26);
@@ -477,15 +484,15 @@ void frmLogin::Impl::BuildPage3()
     Hint(person.place.lati, Q(Msg(113)));
     Hint(person.place.longi, Q(Msg(114)));
 
-    QPushButton* save = ui::Button(who, "cmdSavePerson", "&Save Person", {100, 380, 126, 30});
+    QPushButton* save = ui::Button(who, "cmdSavePerson", "Sa&ve Person", {100, 346, 126, 30});
     save->setIcon(Icon("save"));
     Hint(save, Q(Msg(105)));
     connect(save, &QPushButton::clicked, form, &frmLogin::SavePerson);
-    QPushButton* del = ui::Button(who, "cmdDelPerson", "D&elete Person", {234, 380, 126, 30});
+    QPushButton* del = ui::Button(who, "cmdDelPerson", "Dele&te Person", {234, 346, 126, 30});
     del->setIcon(Icon("delete"));
     Hint(del, Q(Msg(106)));
     connect(del, &QPushButton::clicked, form, &frmLogin::DeletePerson);
-    QPushButton* now = ui::Button(who, "cmdNowCast", "Born no&w", {368, 380, 126, 30});
+    QPushButton* now = ui::Button(who, "cmdNowCast", "Born no&w", {368, 346, 126, 30});
     now->setIcon(Icon("now"));
     Hint(now, "The person is born at this moment: date and time of birth become now, and the Muhurtha is found.");
     connect(now, &QPushButton::clicked, form, &frmLogin::cmdNowCast);
@@ -512,6 +519,13 @@ void frmLogin::Impl::BuildPage3()
         if (b.run) connect(button, &QPushButton::clicked, form, b.run);
         y += 38;
     }
+    QLabel* note = ui::Label(frmSingleGuy, "lblPersonNote",
+                             "Persons you save are kept on this computer. Type the first letters of a name to "
+                             "find one; Enter fills in the birth details.\n\nPerson files carry persons to "
+                             "another computer: one person (.JKP) or all of them (.JKD).",
+                             {538, 202, 236, 150});
+    note->setWordWrap(true);
+    note->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     connect(files->findChild<QPushButton*>("cmdOpenFile"), &QPushButton::clicked, form,
             [this] { form->ImportPersons(false); });
     connect(files->findChild<QPushButton*>("cmdMergeDB"), &QPushButton::clicked, form,
@@ -520,15 +534,14 @@ void frmLogin::Impl::BuildPage3()
 
 void frmLogin::Impl::BuildPage4()
 {
-    frmMatch = ui::Frame(form, "frmMatch", QString(), {10, 60, 780, 430});
-    frmMatch->setFlat(true);
-    QGroupBox* groom = ui::Frame(frmMatch, "framBoy", "The groom", {0, 0, 386, 430});
+    frmMatch = Page(form, "frmMatch");
+    QGroupBox* groom = ui::Frame(frmMatch, "framBoy", "The groom", {0, 0, 386, 330});
     static const char* const boyNames[5] = {"cmbBoyName", "txtBoyDate", "txtBoyTime", "optBoyAMPM", ""};
     static const char* const boyPlace[7] = {"cmbBoyCountry", "cmbBoyPlace", "txtBoyLatti", "txtBoyLongi",
                                             "txtBoyNS",      "txtBoyEW",    "txtBoyGMT"};
     PersonBlock(groom, boy, boyNames, boyPlace, false, 4, 26);
     boy.sex = 1;
-    QGroupBox* bride = ui::Frame(frmMatch, "framGal", "The bride", {394, 0, 386, 430});
+    QGroupBox* bride = ui::Frame(frmMatch, "framGal", "The bride", {394, 0, 386, 330});
     static const char* const galNames[5] = {"cmbGalName", "txtGalDate", "txtGalTime", "optGalAMPM", ""};
     static const char* const galPlace[7] = {"cmbGalCountry", "cmbGalPlace", "txtGalLatti", "txtGalLongi",
                                             "txtGalNS",      "txtGalEW",    "txtGalGMT"};
@@ -923,7 +936,7 @@ void frmLogin::FillMuhurthaList(const std::string& Category)
 void frmLogin::ShowRequestPage(int Page)
 {
     request_.RequestPage = Page;
-    QGroupBox* frames[] = {d_->framMuhus, d_->frmMuhurtha, d_->frmSingleGuy, d_->frmMatch};
+    QWidget* frames[] = {d_->framMuhus, d_->frmMuhurtha, d_->frmSingleGuy, d_->frmMatch};
     for (int i = 0; i < 4; ++i) frames[i]->setVisible(i + 1 == Page);
     const bool marriage = vb::UCase(request_.Category) == "MARRIAGE";
     static const char* const titles[] = {"Choose the purpose", "When and where", "The person", "The couple"};
@@ -942,8 +955,11 @@ void frmLogin::ShowRequestPage(int Page)
     case 2:
         d_->optMuhuRange->setChecked(true);
         d_->optMuhuRange->setFocus();
-        d_->lblChosen->setText("Muhurtha: " + Q(request_.MuhuName.empty() ? "(none chosen)" : request_.MuhuName) +
-                               (marriage ? "\nFor a marriage the couple is asked next." : ""));
+        d_->lblChosen->setText(
+            "Muhurtha: " + Q(request_.MuhuName.empty() ? "(none chosen)" : request_.MuhuName) + "\n" +
+            "Each day of the range is searched within its hours, and the moment with the highest score is kept; "
+            "its lagna's span is the Muhurtha." +
+            (marriage ? "\nThe couple is asked for next." : "\nThe person is asked for next."));
         break;
     case 3:
         d_->FillCities(d_->person.place.city, "India");

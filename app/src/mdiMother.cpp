@@ -154,7 +154,7 @@ mdiMother::mdiMother(QWidget* parent) : QMainWindow(parent)
     bBar_->setVisible(SettingOn("BotBar", true));
     statusBar()->setVisible(SettingOn("StatusBar", true));
     toolbar_->setVisible(SettingOn("Toolbar", true));
-    Action("mnuViewBotBar")->setChecked(bBar_->isVisible());
+    Action("mnuViewBotBar")->setChecked(bBar_->isVisibleTo(this));
     Action("mnuViewStatus")->setChecked(statusBar()->isVisibleTo(this));
     Action("mnuViewToolbar")->setChecked(toolbar_->isVisibleTo(this));
     SetSideListVisible(SettingOn("TopicListVis", false));
@@ -321,10 +321,7 @@ void mdiMother::ClearTopics()
     cmbTopic_->clear();
     tvMap_->clear();
     bBar_->Clear();
-    for (QAction* a : navEntries_) {
-        navMenu_->removeAction(a);
-        a->deleteLater();
-    }
+    for (QAction* a : navEntries_) delete a;
     navEntries_.clear();
     for (Topic& t : topics_) {
         pages_->removeWidget(t.page);
@@ -345,6 +342,8 @@ void mdiMother::AddTopic(const QString& text, const QString& key, QWidget* page)
     topics_.push_back({text, key, page});
     pages_->addWidget(page);
     cmbTopic_->addItem(text, key);
+    // No topic is current until one is asked for.
+    if (index == 0) cmbTopic_->setCurrentIndex(-1);
     bBar_->AddTab(text);
     auto* node = new QTreeWidgetItem(tvMap_, QStringList(text));
     node->setData(0, Qt::UserRole, key);
@@ -397,7 +396,6 @@ void mdiMother::OpenResultPages()
     clsMuhurtha& engine = Engine();
     AddTopic("Muhurtha Score", "MuhuScore", PlainPage("Muhurtha Score", Q(ResultSummary(engine))));
     AddTopic("Muhurtha Analysis", "Analysis", PlainPage("Muhurtha Analysis", Q(ResultAnalysis(engine))));
-    cmbTopic_->setCurrentIndex(-1);
     SelectTopic(0);
 }
 

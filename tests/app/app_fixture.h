@@ -82,6 +82,7 @@ protected:
             fs::copy(built / dir, app / dir, fs::copy_options::recursive);
         }
         fs::create_directory_symlink(built / "EPHE/Fonti", app / "EPHE/Fonti");
+        if (fs::is_directory(built / "HELP")) fs::create_directory_symlink(built / "HELP", app / "HELP");
         SetAppDir(app.string());
         settings.Set("Settings", "DoneSetup", "True");
         SetSettingsStore(&settings);

@@ -57,15 +57,15 @@ TEST_F(RequestForm, PagesGoOnByTheCategoryAndBackOneAtATime)
 {
     // Loading chose the post-birth rites and their first Muhurtha.
     EXPECT_EQ(Page(), 1);
-    EXPECT_TRUE(Find<QGroupBox>("framMuhus")->isVisible());
+    EXPECT_TRUE(Find<QWidget>("framMuhus")->isVisible());
     EXPECT_EQ(form->Request().Category, "BIRTHRITES");
     EXPECT_FALSE(form->Request().MuhuName.empty());
     EXPECT_EQ(form->windowTitle().toStdString(), "Ranvel-" + form->Request().MuhuName);
 
     Next();
     EXPECT_EQ(Page(), 2);
-    EXPECT_TRUE(Find<QGroupBox>("frmMuhurtha")->isVisible());
-    EXPECT_FALSE(Find<QGroupBox>("framMuhus")->isVisible());
+    EXPECT_TRUE(Find<QWidget>("frmMuhurtha")->isVisible());
+    EXPECT_FALSE(Find<QWidget>("framMuhus")->isVisible());
     // A range search is where page 2 starts.
     EXPECT_TRUE(Find<QRadioButton>("optMuhuRange")->isChecked());
     EXPECT_EQ(form->Request().SearchMode, 1);
@@ -77,7 +77,7 @@ TEST_F(RequestForm, PagesGoOnByTheCategoryAndBackOneAtATime)
 
     Next();
     EXPECT_EQ(Page(), 3);
-    EXPECT_TRUE(Find<QGroupBox>("frmSingleGuy")->isVisible());
+    EXPECT_TRUE(Find<QWidget>("frmSingleGuy")->isVisible());
     Back();
     EXPECT_EQ(Page(), 2);
     // Entering page 2 again chooses the range once more.
@@ -98,7 +98,7 @@ TEST_F(RequestForm, PagesGoOnByTheCategoryAndBackOneAtATime)
     EXPECT_EQ(Page(), 2);
     Next();
     EXPECT_EQ(Page(), 4);
-    EXPECT_TRUE(Find<QGroupBox>("frmMatch")->isVisible());
+    EXPECT_TRUE(Find<QWidget>("frmMatch")->isVisible());
     Back();
     EXPECT_EQ(Page(), 2);
 

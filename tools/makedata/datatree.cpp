@@ -363,6 +363,17 @@ void BuildDataTree(const TreeOptions& options, const std::function<void(const st
     for (const char* name : kPlaceholderFiles) report(BuildPlaceholder(common / name), common / name);
     report(WriteBytes(common / "Wait.avi", MakeWaitAnimation()), common / "Wait.avi");
 
+    // The manual: pages and pictures, replaced when they differ.
+    if (fs::is_directory(res / "help", ec)) {
+        const fs::path help = options.app / "HELP";
+        fs::create_directories(help);
+        for (const auto& e : fs::directory_iterator(res / "help")) {
+            if (!e.is_regular_file()) continue;
+            const fs::path target = help / e.path().filename();
+            report(WriteBytes(target, ReadFile(e.path())), target);
+        }
+    }
+
     // The user's files: made once, then only completed.
     const fs::path recos = ResolvePath(common.string(), "RECOS.Dat");
     if (FileExists(recos)) {

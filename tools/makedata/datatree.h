@@ -7,6 +7,7 @@
 //                                  built into EPHE/<LANG>/<LANG>.DAT
 //   resources/places/*.csv         the countries and cities of a new RECOS.Dat
 //   resources/ini/*                settings files of a new installation
+//   resources/help/*               the manual, copied to HELP/
 //
 // The program's own files are rebuilt from their sources at every run and
 // replaced only when the result differs, so a run over an unchanged source

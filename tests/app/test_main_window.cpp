@@ -1,0 +1,185 @@
+// The main window: three ways from topic to topic kept in step, the view
+// kept between runs, the way back to the entry form, and leaving.
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QToolBar>
+#include <QTreeWidget>
+
+#include "app/app_fixture.h"
+#include "ranvel/app/frmLogin.h"
+#include "ranvel/app/mdiMother.h"
+
+namespace ranvel::test {
+namespace {
+
+class MainWindowTest : public AppTest {
+protected:
+    // A page with the field that shows its number.
+    static QWidget* Page()
+    {
+        auto* page = new QWidget;
+        (new QLabel(page))->setObjectName("lblPageNo");
+        return page;
+    }
+    QLabel* PageNo(int topic)
+    {
+        return main->findChild<QTreeWidget*>("tvMap") ? pages[topic]->findChild<QLabel*>("lblPageNo") : nullptr;
+    }
+    void ThreeTopics()
+    {
+        for (int i = 0; i < 3; ++i) {
+            pages.push_back(Page());
+            main->AddTopic(QString("Topic %1").arg(i), QString("Key%1").arg(i), pages.back());
+        }
+        main->SelectTopic(0);
+    }
+    bool Enabled(const char* action) { return main->Action(action)->isEnabled(); }
+
+    mdiMother* main = nullptr;
+    std::vector<QWidget*> pages;
+};
+
+TEST_F(MainWindowTest, ListTreeAndBottomBarMoveTogether)
+{
+    main = new mdiMother;
+    auto* list = main->findChild<QComboBox*>("cmbTopic");
+    auto* tree = main->findChild<QTreeWidget*>("tvMap");
+    auto* bar = main->findChild<QTabBar*>("bBar");
+    ThreeTopics();
+    EXPECT_EQ(list->count(), 3);
+    EXPECT_EQ(tree->topLevelItemCount(), 3);
+    EXPECT_EQ(bar->count(), 3);
+    EXPECT_EQ(tree->topLevelItem(1)->data(0, Qt::UserRole).toString(), "Key1");
+
+    // At the first topic there is no way back, at the last none on.
+    EXPECT_FALSE(Enabled("Previous"));
+    EXPECT_FALSE(Enabled("mnuNavPrev"));
+    EXPECT_TRUE(Enabled("Next"));
+    EXPECT_EQ(PageNo(0)->text(), "1");
+    main->Action("mnuNavNext")->trigger();
+    main->Action("Next")->trigger();
+    EXPECT_EQ(main->CurrentTopic(), 2);
+    EXPECT_FALSE(Enabled("Next"));
+    EXPECT_FALSE(Enabled("mnuNavNext"));
+    EXPECT_TRUE(Enabled("Previous"));
+    EXPECT_EQ(tree->currentItem(), tree->topLevelItem(2));
+    EXPECT_EQ(bar->currentIndex(), 2);
+    EXPECT_EQ(main->windowTitle(), "Ranvel-Topic 2");
+    EXPECT_EQ(PageNo(2)->text(), "3");
+
+    // The tree's node and the bar's tab ask for their topic.
+    emit tree->itemClicked(tree->topLevelItem(1), 0);
+    EXPECT_EQ(main->CurrentTopic(), 1);
+    EXPECT_EQ(bar->currentIndex(), 1);
+    emit bar->tabBarClicked(0);
+    EXPECT_EQ(main->CurrentTopic(), 0);
+    EXPECT_EQ(tree->currentItem(), tree->topLevelItem(0));
+    main->findChild<QAction*>("mnuMuhuNav(2)")->trigger();
+    EXPECT_EQ(list->currentIndex(), 2);
+
+    // The entry form forgets the result.
+    main->Action("mnuEntry")->trigger();
+    EXPECT_EQ(main->TopicCount(), 0);
+    EXPECT_EQ(list->count(), 0);
+    EXPECT_EQ(tree->topLevelItemCount(), 0);
+    EXPECT_EQ(bar->count(), 0);
+    EXPECT_EQ(main->findChild<QAction*>("mnuMuhuNav(0)"), nullptr);
+    EXPECT_TRUE(main->EntryForm()->isVisibleTo(main));
+}
+
+TEST_F(MainWindowTest, TheViewIsKeptBetweenRuns)
+{
+    main = new mdiMother;
+    auto* tree = main->findChild<QTreeWidget*>("tvMap");
+    EXPECT_FALSE(tree->isVisibleTo(main));  // the side tree starts hidden
+    EXPECT_TRUE(main->statusBar()->isVisibleTo(main));
+    EXPECT_EQ(settings.Get("Settings", "InstPath").value_or(""), AppDir());
+
+    main->Action("mnuViewStatus")->trigger();
+    main->Action("mnuViewBotBar")->trigger();
+    main->Action("TopicMap")->trigger();
+    EXPECT_TRUE(tree->isVisibleTo(main));
+    EXPECT_TRUE(main->Action("mnuViewTopicList")->isChecked());
+    EXPECT_EQ(settings.Get("Settings", "StatusBar").value_or(""), "False");
+    EXPECT_EQ(settings.Get("Settings", "BotBar").value_or(""), "False");
+    EXPECT_EQ(settings.Get("Settings", "TopicListVis").value_or(""), "True");
+    main->close();
+    EXPECT_TRUE(settings.Get("Settings`", "StartDir").has_value());
+    delete main;
+
+    main = new mdiMother;
+    EXPECT_FALSE(main->statusBar()->isVisibleTo(main));
+    EXPECT_FALSE(main->findChild<QTabBar*>("bBar")->isVisibleTo(main));
+    EXPECT_TRUE(main->findChild<QTreeWidget*>("tvMap")->isVisibleTo(main));
+    EXPECT_TRUE(main->Action("TopicMap")->isChecked());
+    main->ToggleSideList();
+    EXPECT_EQ(settings.Get("Settings", "TopicListVis").value_or(""), "False");
+}
+
+TEST_F(MainWindowTest, MenusCarryTheirCaptionsAndCommandsAnswer)
+{
+    main = new mdiMother;
+    const std::pair<const char*, const char*> items[] = {
+        {"mnuEntry", "&Entry Screen"},
+        {"mnuFileExHTML", "&Export HTML..."},
+        {"mnuFileHTMLEmail", "&Send HTML By Email..."},
+        {"mnuFileExportPDF", "Export &PDF..."},
+        {"mnuFileMailPDF", "Send &PDF by Email..."},
+        {"mnuFilePrintTopic", "Print This &Topic"},
+        {"mnuPrint", "&Print Muhurtha..."},
+        {"mnuPrintSetup", "Printer &Setup..."},
+        {"mnuExit", "E&xit"},
+        {"mnuSettingsAyanamsh", "&Ayanamsh..."},
+        {"mnuSettingsRahMode", "&Rahu && Ketu's Motion..."},
+        {"mnuSetRegion", "R&egional Settings..."},
+        {"mnuSettingsColor", "&Page Designer..."},
+        {"mnuSettingsKundStyle", "&Kundli Style..."},
+        {"mnuSettCity", "&City Details..."},
+        {"mnuCountryDet", "Country &Details..."},
+        {"mnuEstDet", "&Your Details..."},
+        {"mnuSettSetupWiz", "&Setup Wizard..."},
+        {"mnuNavPrev", "&Previous"},
+        {"mnuNavNext", "&Next"},
+        {"mnuViewBotBar", "&Navigation Bar"},
+        {"mnuViewToolbar", "&Toolbar"},
+        {"mnuViewStatus", "&Status Bar"},
+        {"mnuViewTopicList", "&Topic List"},
+        {"mnuHelpContents", "&Manual..."},
+        {"mnuHelpSearch", "&Search Help On..."},
+        {"mnuHelpAbout", "&About Ranvel..."},
+    };
+    for (const auto& [name, caption] : items) {
+        QAction* a = main->Action(name);
+        ASSERT_NE(a, nullptr) << name;
+        EXPECT_EQ(a->text(), caption) << name;
+    }
+    for (const char* key : {"Exit", "Next", "Previous", "PrintTopic", "Print", "Entry", "TopicMap", "PDFExport",
+                            "PDFEmail"})
+        EXPECT_NE(main->findChild<QToolBar*>()->findChild<QAction*>(key), nullptr) << key;
+
+    // The HTML commands do nothing; printing says it is not there yet.
+    main->Action("mnuFileExHTML")->trigger();
+    EXPECT_TRUE(messages.Messages().empty());
+    main->Action("Print")->trigger();
+    ASSERT_EQ(messages.Messages().size(), 1u);
+    EXPECT_NE(messages.Messages()[0].text.find("not available yet"), std::string::npos);
+
+    // The manual opens in the desktop's viewer.
+    main->Action("mnuHelpContents")->trigger();
+    ASSERT_EQ(dialogs.opened.size(), 1u);
+    EXPECT_EQ(dialogs.opened[0], AppPath("HELP/index.html"));
+
+    // Leaving asks first; No keeps the program.
+    messages.SetAnswer(MsgAnswer::No);
+    main->Action("Exit")->trigger();
+    EXPECT_EQ(messages.Messages().back().title, "Exit program?");
+    EXPECT_EQ(messages.Messages().back().text, "Do you really want to exit?");
+    EXPECT_EQ(MainWindow(), main);
+}
+
+}  // namespace
+}  // namespace ranvel::test

@@ -1,0 +1,87 @@
+// The start: its checks end the program or let it go on, the splash loads
+// the main window once, and the program's own fonts are there for it.
+#include <QLabel>
+#include <QListWidget>
+#include <clocale>
+#include <filesystem>
+
+#include "app/app_fixture.h"
+#include "ranvel/app/frmFontsError.h"
+#include "ranvel/app/frmSplash.h"
+#include "ranvel/app/mdiMother.h"
+#include "ranvel/app/startup.h"
+#include "ranvel/platform/gui/fonts.h"
+
+namespace ranvel::test {
+namespace {
+
+using Startup = AppTest;
+
+TEST_F(Startup, AMissingDataFileEndsTheStartWithItsName)
+{
+    std::filesystem::remove(app / "EPHE/COMMON/SCRASI.DAT");
+    EXPECT_FALSE(frmSplash::DoLoad());
+    ASSERT_EQ(messages.Messages().size(), 1u);
+    // The name is given below the application folder, as the program has
+    // always written it.
+    EXPECT_EQ(messages.Messages()[0].text,
+              "File '" + AppDir() + "\\COMMON\\SCRASI.DAT' Was Not Found.\nPlease Re-Install.");
+    EXPECT_EQ(MainWindow(), nullptr);
+
+    // A file that is there but empty passes: only its name is looked for.
+    std::ofstream(app / "EPHE/COMMON/SCRASI.DAT").close();
+    EXPECT_TRUE(frmSplash::DoLoad());
+    EXPECT_NE(MainWindow(), nullptr);
+}
+
+TEST_F(Startup, TheSplashLoadsTheMainWindowOnce)
+{
+    frmSplash::SplashDone() = false;
+    auto* splash = new frmSplash;
+    ASSERT_TRUE(splash->Load());
+    EXPECT_TRUE(frmSplash::SplashDone());
+    mdiMother* first = MainWindow();
+    ASSERT_NE(first, nullptr);
+    EXPECT_TRUE(first->isVisible());
+    EXPECT_EQ(splash->findChild<QLabel*>("lblVerNo")->text().left(8), "Release ");
+
+    // A second load of the splash runs nothing again.
+    auto* again = new frmSplash;
+    std::filesystem::remove(app / "EPHE/COMMON/SCRASI.DAT");
+    EXPECT_TRUE(again->Load());
+    EXPECT_EQ(MainWindow(), first);
+    EXPECT_TRUE(messages.Messages().empty());
+    frmSplash::SplashDone() = false;
+}
+
+TEST_F(Startup, DecimalCommaMachinesPassTheRegionalCheck)
+{
+    const std::string saved = std::setlocale(LC_ALL, nullptr);
+    if (!std::setlocale(LC_ALL, "de_DE.UTF-8")) GTEST_SKIP() << "no locale with a decimal comma here";
+    char probe[16];
+    std::snprintf(probe, sizeof probe, "%.1f", 5.3);
+    EXPECT_STREQ(probe, "5,3");  // the machine really writes a comma
+    EXPECT_TRUE(CheckRegionalSettings());
+    EXPECT_TRUE(messages.Messages().empty());
+    std::setlocale(LC_ALL, saved.c_str());
+}
+
+TEST_F(Startup, TheProgramsFontsAreRegisteredForItAlone)
+{
+    EXPECT_TRUE(CheckFonts().empty());
+    for (const DisplayFont& f : DisplayFonts()) EXPECT_TRUE(FontFamilyAvailable(f.name)) << f.name;
+    EXPECT_FALSE(RegisterFontFile((app / "EPHE/Fonti/NOSUCH.IFT").string()));
+    EXPECT_FALSE(RegisterFontFile((app / "EPHE/COMMON/LANGS.Dat").string()));
+
+    frmFontsError dialog({"Ranvel Bangla", "Astro 571"});
+    EXPECT_EQ(dialog.windowTitle(), "Font Installation Failure");
+    auto* list = dialog.findChild<QListWidget*>("lstFonts");
+    ASSERT_EQ(list->count(), 2);
+    EXPECT_EQ(list->item(1)->text(), "Error installing font: 'Astro 571'");
+    const QString text = dialog.findChild<QLabel*>("lblMessage")->text();
+    EXPECT_TRUE(text.startsWith("Some Fonts are not installed.\n\nRanvel May not be able"));
+    EXPECT_TRUE(text.endsWith("install the fontsl.\n\nTo continue running the software, click 'Proceed.'"));
+}
+
+}  // namespace
+}  // namespace ranvel::test
