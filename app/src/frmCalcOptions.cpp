@@ -1,7 +1,49 @@
 #include "ranvel/app/frmCalcOptions.h"
 
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "ranvel/app/formkit.h"
+#include "ranvel/data/settings_keys.h"
+#include "ranvel/platform/vbmath.h"
+
 namespace ranvel {
 
-frmCalcOptions::frmCalcOptions(QWidget* parent) : QDialog(parent) { setObjectName("frmCalcOptions"); }
+frmCalcOptions::frmCalcOptions(QWidget* parent) : QDialog(parent)
+{
+    setObjectName("frmCalcOptions");
+    setWindowTitle("Regional Settings");
+    setFixedSize(380, 262);
+
+    QLabel* intro = ui::Label(this, "lblIntro",
+                              "Varna and Manglik are reckoned one way in the North of India and another way in "
+                              "the South. Choose the reckoning for each.",
+                              {16, 10, 348, 40});
+    intro->setWordWrap(true);
+
+    QGroupBox* varna = ui::Frame(this, "framVarna", "Varna", {16, 56, 348, 66});
+    QRadioButton* optNorthMar = ui::Option(varna, "optNorthMar", "&North Indian", {14, 28, 150, 26});
+    QRadioButton* optSouthMar = ui::Option(varna, "optSouthMar", "&South Indian", {180, 28, 150, 26});
+    QGroupBox* manglik = ui::Frame(this, "framManglik", "Manglik", {16, 132, 348, 66});
+    QRadioButton* optNorthMang = ui::Option(manglik, "optNorthMang", "N&orth Indian", {14, 28, 150, 26});
+    QRadioButton* optSouthMang = ui::Option(manglik, "optSouthMang", "So&uth Indian", {180, 28, 150, 26});
+
+    QPushButton* ok = ui::Button(this, "cmdOK", "OK", {176, 216, 90, 30});
+    ok->setDefault(true);
+    QPushButton* cancel = ui::Button(this, "cmdCancel", "Cancel", {274, 216, 90, 30});
+
+    // 1 is the North's reckoning; any other number is the South's.
+    (vb::Val(ReadSetting(keys::CalcVarMod)) == 1 ? optNorthMar : optSouthMar)->setChecked(true);
+    (vb::Val(ReadSetting(keys::CalcMangMod)) == 1 ? optNorthMang : optSouthMang)->setChecked(true);
+
+    connect(ok, &QPushButton::clicked, this, [=, this] {
+        WriteSetting(keys::CalcVarMod, optNorthMar->isChecked() ? "1" : "2");
+        WriteSetting(keys::CalcMangMod, optNorthMang->isChecked() ? "1" : "2");
+        accept();
+    });
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+}
 
 }  // namespace ranvel

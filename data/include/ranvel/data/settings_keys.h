@@ -20,6 +20,7 @@ inline constexpr SettingKey AyanType{"Init", "AyanType", "1"};
 inline constexpr SettingKey CustAyan{"Init", "CustAyan", "00.00"};
 // Written as "Kundstyle", read as "KundStyle": the store does not mind case.
 inline constexpr SettingKey KundStyle{"Init", "KundStyle", "2"};
+inline constexpr SettingKey KundStyleWritten{"Init", "Kundstyle", "2"};
 inline constexpr SettingKey CalcMangMod{"Settings", "CalcMangMod", "1"};
 inline constexpr SettingKey CalcVarMod{"Settings", "CalcVarMod", "1"};
 inline constexpr SettingKey UpagrahaMode{"Settings", "UpagrahaMode", "1"};
