@@ -847,12 +847,14 @@ frmLogin::frmLogin(QWidget* parent) : QWidget(parent), d_(std::make_unique<Impl>
 {
     setObjectName("frmLogin");
     setFixedSize(800, 560);
-    d_->BuildHeader();
+    // Made in the order the keyboard takes: the page, the commands at the
+    // foot, then the language and the settings at the top.
     d_->BuildPage1();
     d_->BuildPage2();
     d_->BuildPage3();
     d_->BuildPage4();
     d_->BuildFoot();
+    d_->BuildHeader();
     d_->WirePlace(d_->muhuPlace);
     d_->WirePerson(d_->person, "");
     d_->WirePerson(d_->boy, "Boy");
