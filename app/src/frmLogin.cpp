@@ -297,42 +297,43 @@ void frmLogin::Impl::PlaceRows(QWidget* parent, PlaceFields& f, const char* cons
                                int step)
 {
     const int fx = x + labelW + 6;
-    QLabel* l = ui::Label(parent, (std::string("lbl") + names[0]).c_str(), "C&ountry:", {x, y, labelW, 24});
-    f.country = ui::Combo(parent, names[0], true, {fx, y, 220, 24});
-    ui::Names(l, f.country);
+    // One row: its label, tied to the control that the row makes.
+    auto row = [&](int i, const char* caption, auto&& make) {
+        QLabel* l = ui::Label(parent, (std::string("lbl") + names[i]).c_str(), caption, {x, y, labelW, 24});
+        auto* control = make(names[i]);
+        ui::Names(l, control);
+        l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        return control;
+    };
+    auto combo = [&](const char* name) { return ui::Combo(parent, name, true, {fx, y, 220, 24}); };
+    auto degrees = [&](const char* name) { return ui::MaskEdit(parent, name, "999:99", kBlankDegrees, {fx, y, 64, 24}); };
+    // The hemisphere letter beside a latitude or longitude.
+    auto letter = [&](const char* name, const char* value, const char* spoken) {
+        QLineEdit* e = ui::TextBox(parent, name, {fx + 70, y, 28, 24});
+        e->setMaxLength(1);
+        e->setText(value);
+        e->setAlignment(Qt::AlignCenter);
+        ui::Speak(e, spoken);
+        return e;
+    };
+    f.country = row(0, "C&ountry:", combo);
     y += step;
-    l = ui::Label(parent, (std::string("lbl") + names[1]).c_str(), "Cit&y:", {x, y, labelW, 24});
-    f.city = ui::Combo(parent, names[1], true, {fx, y, 220, 24});
-    ui::Names(l, f.city);
+    f.city = row(1, "Cit&y:", combo);
     y += step;
-    l = ui::Label(parent, (std::string("lbl") + names[2]).c_str(), "L&atitude:", {x, y, labelW, 24});
-    f.lati = ui::MaskEdit(parent, names[2], "999:99", kBlankDegrees, {fx, y, 64, 24});
-    ui::Names(l, f.lati);
-    f.ns = ui::TextBox(parent, names[4], {fx + 70, y, 28, 24});
-    f.ns->setMaxLength(1);
-    f.ns->setText("N");
-    f.ns->setAlignment(Qt::AlignCenter);
-    ui::Speak(f.ns, "North or South (N or S)");
+    f.lati = row(2, "L&atitude:", degrees);
+    f.ns = letter(names[4], "N", "North or South (N or S)");
     y += step;
-    l = ui::Label(parent, (std::string("lbl") + names[3]).c_str(), "Lon&gitude:", {x, y, labelW, 24});
-    f.longi = ui::MaskEdit(parent, names[3], "999:99", kBlankDegrees, {fx, y, 64, 24});
-    ui::Names(l, f.longi);
-    f.ew = ui::TextBox(parent, names[5], {fx + 70, y, 28, 24});
-    f.ew->setMaxLength(1);
-    f.ew->setText("E");
-    f.ew->setAlignment(Qt::AlignCenter);
-    ui::Speak(f.ew, "East or West (E or W)");
+    f.longi = row(3, "Lon&gitude:", degrees);
+    f.ew = letter(names[5], "E", "East or West (E or W)");
     y += step;
-    l = ui::Label(parent, (std::string("lbl") + names[6]).c_str(), "Time &zone:", {x, y, labelW, 24});
-    f.gmt = ui::MaskEdit(parent, names[6], "#99.99", kBlankZone, {fx, y, 64, 24});
-    ui::Names(l, f.gmt);
+    f.gmt = row(6, "Time &zone:", [&](const char* name) {
+        return ui::MaskEdit(parent, name, "#99.99", kBlankZone, {fx, y, 64, 24});
+    });
     QLabel* note = ui::Label(parent, (std::string("lbl") + names[6] + "Note").c_str(), "hours.minutes from GMT",
                              {fx + 70, y, 150, 24});
     QPalette np = note->palette();
     np.setColor(QPalette::WindowText, np.color(QPalette::PlaceholderText));
     note->setPalette(np);
-    for (QLabel* lbl : parent->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly))
-        if (lbl->buddy()) lbl->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
 
 void frmLogin::Impl::WatchTimeField(QLineEdit* field, QRadioButton* (&pair)[2])
@@ -862,6 +863,7 @@ frmLogin::frmLogin(QWidget* parent) : QWidget(parent), d_(std::make_unique<Impl>
     connect(d_->cmdSettings, &QPushButton::clicked, this, [this] {
         frmEditLongLat dialog(frmEditLongLat::Tab::Ayanamsh, this);
         dialog.exec();
+        RefillPlaceLists();
     });
 
     // Loading: the present in the date and time fields.
@@ -905,6 +907,17 @@ frmLogin::frmLogin(QWidget* parent) : QWidget(parent), d_(std::make_unique<Impl>
         }
     }
     ShowRequestPage(1);
+}
+
+void frmLogin::RefillPlaceLists()
+{
+    const bool was = d_->filling;
+    d_->filling = true;
+    for (PlaceFields* f : {&d_->muhuPlace, &d_->person.place, &d_->boy.place, &d_->girl.place}) {
+        d_->FillCountries(f->country);
+        d_->FillCities(f->city, Text(f->country).empty() ? "India" : Text(f->country));
+    }
+    d_->filling = was;
 }
 
 frmLogin::~frmLogin()

@@ -207,6 +207,7 @@ void mdiMother::BuildMenus()
         return [this, tab] {
             frmEditLongLat dialog(tab, this);
             dialog.exec();
+            entry_->RefillPlaceLists();
         };
     };
     item(settings, "mnuSettingsAyanamsh", "&Ayanamsh...", editor(frmEditLongLat::Tab::Ayanamsh));

@@ -108,6 +108,15 @@ protected:
         SetAppDir("");
     }
 
+    // A control of a window by its name; a missing one fails the test.
+    template <typename T = QWidget>
+    static T* Child(QWidget* root, const char* name)
+    {
+        T* w = root->findChild<T*>(name);
+        EXPECT_NE(w, nullptr) << name;
+        return w;
+    }
+
     // The titles of the message boxes shown so far.
     std::vector<std::string> Titles() const
     {

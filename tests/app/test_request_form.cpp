@@ -28,9 +28,7 @@ protected:
     template <typename T = QWidget>
     T* Find(const char* name)
     {
-        T* w = form->findChild<T*>(name);
-        EXPECT_NE(w, nullptr) << name;
-        return w;
+        return Child<T>(form, name);
     }
     void SetUp() override
     {

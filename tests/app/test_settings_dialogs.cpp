@@ -25,9 +25,7 @@ protected:
     template <typename T = QWidget>
     T* Find(const char* name)
     {
-        T* w = shown->findChild<T*>(name);
-        EXPECT_NE(w, nullptr) << name;
-        return w;
+        return Child<T>(shown, name);
     }
     template <typename D>
     D* Show(D* dialog)

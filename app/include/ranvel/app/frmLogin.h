@@ -59,6 +59,10 @@ public:
     // block: "" the person page, "Boy" or "Gal" the couple's.
     void LoadPerson(const std::string& name, const std::string& block = "");
 
+    // The country and city lists anew, after the place editor changed them;
+    // what the fields hold stays.
+    void RefillPlaceLists();
+
     // Exchange files.
     void SavePersonToFile();
     void SaveDatabaseToFile();
