@@ -27,6 +27,7 @@
 #include "ranvel/chart/person.h"
 #include "ranvel/data/exchange.h"
 #include "ranvel/data/messages.h"
+#include "ranvel/data/places.h"
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/gui/dialogs.h"
 #include "ranvel/platform/gui/qstr.h"
@@ -82,11 +83,7 @@ std::string Pad(const std::string& digits, int width)
 }
 
 // "028.36" of the place store as the "000:00" of a field.
-QString DegreesField(const std::string& stored)
-{
-    if (stored.size() < 5) return kBlankDegrees;
-    return Q(vb::Left(stored, 3) + ":" + vb::Right(stored, 2));
-}
+QString DegreesField(const std::string& stored) { return Q(places::DegreesField(stored)); }
 
 }  // namespace
 
