@@ -12,6 +12,7 @@
 #include "ranvel/app/startup.h"
 #include "ranvel/data/datafiles.h"
 #include "ranvel/data/settings_keys.h"
+#include "ranvel/data/themes.h"
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/gui/qstr.h"
 #include "ranvel/platform/sinks.h"
@@ -133,6 +134,8 @@ bool frmSplash::DoLoad()
     }
     Status("Loading Application...");
     try {
+        // The page and chart colours, read once here and again after each save.
+        LoadActiveColors();
         mdiMother* main = MainWindow();
         if (!main) {
             main = new mdiMother;

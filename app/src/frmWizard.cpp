@@ -12,10 +12,11 @@
 #include <iterator>
 #include <tuple>
 
-#include "ranvel/app/ChartSketch.h"
 #include "ranvel/app/appinfo.h"
 #include "ranvel/app/formkit.h"
 #include "ranvel/data/settings_keys.h"
+#include "ranvel/output/Kundali.h"
+#include "ranvel/output/chartcolors.h"
 #include "ranvel/platform/gui/qstr.h"
 #include "ranvel/platform/sinks.h"
 #include "ranvel/platform/vbmath.h"
@@ -218,14 +219,23 @@ void frmWizard::Impl::BuildPages()
                         {"optEastKundli", "&East Indian", 1},
                         {"optSouthKundli", "&South Indian", 2}},
                        4, 4, 160);
-    auto* sketch = new ChartSketch(p);
-    sketch->setObjectName("picStyle");
-    sketch->setGeometry(196, 0, 190, 190);
-    connect(chartStyle, &QButtonGroup::idToggled, form, [sketch](int id, bool on) {
-        if (on) sketch->SetStyle(id);
+    auto* sample = new Kundali(p);
+    sample->setObjectName("kunStyle");
+    sample->setGeometry(164, 0, 232, 232);
+    sample->setAccessibleName("Sample chart");
+    // The numbers' boxes are narrow in a chart this small.
+    QFont numbers = sample->font();
+    numbers.setPointSize(7);
+    sample->HouseFont(numbers);
+    ApplyChartColors(*sample);
+    connect(chartStyle, &QButtonGroup::idToggled, form, [sample](int id, bool on) {
+        if (!on) return;
+        // Through North, which shows the numbers an East chart hid.
+        sample->ChartStyle(Kundali::North);
+        sample->ChartStyle(id);
     });
     Choose(chartStyle, keys::KundStyle, 2);
-    sketch->SetStyle(chartStyle->checkedId());
+    sample->ChartStyle(chartStyle->checkedId());
 
     p = NewPage("pagRegional");
     QGroupBox* fv = ui::Frame(p, "framVarna", "Varna", {0, 0, 392, 66});

@@ -24,6 +24,7 @@
 #include "ranvel/app/appinfo.h"
 #include "ranvel/app/frmAbout.h"
 #include "ranvel/app/frmCalcOptions.h"
+#include "ranvel/app/frmColorEnv.h"
 #include "ranvel/app/frmEditLongLat.h"
 #include "ranvel/app/frmKunEdit.h"
 #include "ranvel/app/frmLogin.h"
@@ -217,7 +218,10 @@ void mdiMother::BuildMenus()
         dialog.exec();
     });
     settings->addSeparator();
-    item(settings, "mnuSettingsColor", "&Page Designer...", [this] { NotYet("The page designer"); });
+    item(settings, "mnuSettingsColor", "&Page Designer...", [this] {
+        frmColorEnv dialog(this);
+        dialog.exec();
+    });
     item(settings, "mnuSettingsKundStyle", "&Kundli Style...", [this] {
         frmKunEdit dialog(this);
         dialog.exec();

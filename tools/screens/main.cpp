@@ -17,6 +17,7 @@
 
 #include "ranvel/app/frmAbout.h"
 #include "ranvel/app/frmCalcOptions.h"
+#include "ranvel/app/frmColorEnv.h"
 #include "ranvel/app/frmEditLongLat.h"
 #include "ranvel/app/frmFontsError.h"
 #include "ranvel/app/frmKunEdit.h"
@@ -158,6 +159,16 @@ int main(int argc, char** argv)
     Dialog<frmFontsError>("fonts-error", [main] { return new frmFontsError({"Ranvel Bangla", "Astro 571"}, main); });
     Dialog<frmCalcOptions>("calc-options", [main] { return new frmCalcOptions(main); });
     Dialog<frmKunEdit>("kundli-style", [main] { return new frmKunEdit(main); });
+    // As it opens, then with each theme of the list selected.
+    Dialog<frmColorEnv>(
+        "page-designer", [main] { return new frmColorEnv(main); },
+        [](frmColorEnv* d, int i) {
+            auto* themes = d->findChild<QComboBox*>("cmbTheme");
+            if (i == 0 || !themes || i > themes->count()) return;
+            themes->setCurrentIndex(i - 1);
+            emit themes->activated(i - 1);
+        },
+        4);
     Dialog<frmEditLongLat>(
         "edit-places", [main] { return new frmEditLongLat(frmEditLongLat::Tab::City, main); },
         [](frmEditLongLat* d, int i) { d->ShowTab(static_cast<frmEditLongLat::Tab>(i)); }, 5);

@@ -1,7 +1,12 @@
-// The chart style: North, East or South Indian.
+// The Kundli Designer: the chart style, the chart's colours and line
+// widths, and a sample chart that shows each change at once. Only "Save"
+// stores them.
 #pragma once
 
 #include <QDialog>
+#include <memory>
+
+#include "ranvel/data/themes.h"
 
 namespace ranvel {
 
@@ -9,6 +14,14 @@ class frmKunEdit : public QDialog {
     Q_OBJECT
 public:
     explicit frmKunEdit(QWidget* parent = nullptr);
+    ~frmKunEdit() override;
+
+    // The colours and widths the dialog shows now.
+    ChartColors Chart() const;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> d_;
 };
 
 }  // namespace ranvel

@@ -30,6 +30,7 @@ struct PageColors {
     long CompanyAddressCol = 0;
     long CircleBorderCol = 0;
     long TableHeadText = 0;
+    bool operator==(const PageColors&) const = default;
 };
 
 struct ChartColors {
@@ -40,6 +41,7 @@ struct ChartColors {
     long KunTxtColor = 0;
     long KunLineWidth = 1;
     long KunBorderWidth = 1;
+    bool operator==(const ChartColors&) const = default;
 };
 
 // The fifteen page keys and the seven chart keys, in the order they are
@@ -70,11 +72,19 @@ void WriteThemeFile(const std::string& section, const PageColors& page, const Ch
 struct ThemeRow {
     std::string ThemeName;
     std::string Themesection;
+    bool operator==(const ThemeRow&) const = default;
 };
 std::vector<ThemeRow> ListThemes(Database& recos);
+// Whether a theme of that name is in DisplayThemes. The name goes into the
+// query as it stands: an apostrophe breaks it (DatabaseError).
+bool HasTheme(Database& recos, const std::string& name);
+// The section, and so the file, of the list's entry index (from 0): the
+// sections run THEME1, THEME2 ... in list order.
+std::string ThemeSectionAt(int index);
 // Saves a scheme under a name: a known name rewrites its file, a new one
-// adds a row with the section "THEME" + the count of the list. Names go
-// into the query as they stand.
+// adds a row at the end of the list with the section "THEME" + the list's
+// count with it, then writes the file. Names go into the query as they
+// stand.
 void SaveTheme(Database& recos, const std::string& name, const PageColors& page, const ChartColors& chart);
 // Deletes the theme's file and row, then renumbers the rest so that the
 // sections run THEME1, THEME2 ... in table order, their files following.
