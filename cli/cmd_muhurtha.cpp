@@ -9,6 +9,7 @@
 #include "chart_input.h"
 #include "commands.h"
 #include "person_json.h"
+#include "ranvel/app/pagerender.h"
 #include "ranvel/data/datafiles.h"
 #include "ranvel/engine/analysis.h"
 #include "ranvel/engine/request.h"
@@ -133,7 +134,7 @@ Json Lagna(clsPlanets& chart)
 
 int CmdMuhurtha(const Args& args)
 {
-    args.Allow({"request", "json"});
+    args.Allow({"request", "json", "png"});
     if (args.Value("request").empty()) throw std::invalid_argument("muhurtha needs --request FILE");
     const bool json = args.Flag("json");
     Json j = ReadJsonFile(args.Value("request"));
@@ -158,6 +159,10 @@ int CmdMuhurtha(const Args& args)
     ResetEngine(std::make_unique<clsMuhurtha>());
     clsMuhurtha& e = Engine();
     request.RunEngine(e, TextDB(), RecosDB());
+    if (args.Has("png")) {
+        std::string error;
+        if (!RenderCoverPng(args.Value("png"), error)) throw std::runtime_error(error);
+    }
 
     if (!json) {
         std::cout << ResultReport(e);

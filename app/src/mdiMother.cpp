@@ -10,7 +10,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
-#include <QPlainTextEdit>
 #include <QScreen>
 #include <QScrollArea>
 #include <QSplitter>
@@ -28,10 +27,11 @@
 #include "ranvel/app/frmEditLongLat.h"
 #include "ranvel/app/frmKunEdit.h"
 #include "ranvel/app/frmLogin.h"
+#include "ranvel/app/frmMuhuCover.h"
+#include "ranvel/app/frmMuhuTxt.h"
 #include "ranvel/app/frmSplash.h"
 #include "ranvel/app/frmWizard.h"
 #include "ranvel/app/startup.h"
-#include "ranvel/engine/analysis.h"
 #include "ranvel/engine/request_state.h"
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/gui/dialogs.h"
@@ -63,35 +63,17 @@ void SaveOn(const char* key, bool on) { SaveSetting("Settings", key, on ? "True"
 
 QIcon Icon(const char* name) { return QIcon(QString(":/icons/%1.svg").arg(name)); }
 
-// A result page until the result forms stand: the text of the result as
-// the command line writes it.
-QWidget* PlainPage(const QString& title, const QString& text)
+// A page of paper on the grey of the window, scrolled when the window is
+// smaller than the page.
+QWidget* PaperPage(QWidget* form)
 {
-    auto* page = new QWidget;
-    auto* box = new QVBoxLayout(page);
-    box->setContentsMargins(24, 16, 24, 12);
-    auto* heading = new QLabel(title, page);
-    heading->setObjectName("lblHeading");
-    QFont f = heading->font();
-    f.setPointSizeF(f.pointSizeF() + 5);
-    f.setBold(true);
-    heading->setFont(f);
-    auto* body = new QPlainTextEdit(page);
-    body->setObjectName("txtResult");
-    body->setReadOnly(true);
-    body->setPlainText(text);
-    body->setAccessibleName(title);
-    QFont mono("Liberation Mono");
-    mono.setStyleHint(QFont::Monospace);
-    mono.setPointSizeF(body->font().pointSizeF());
-    body->setFont(mono);
-    auto* pageNo = new QLabel(page);
-    pageNo->setObjectName("lblPageNo");
-    pageNo->setAlignment(Qt::AlignRight);
-    box->addWidget(heading);
-    box->addWidget(body, 1);
-    box->addWidget(pageNo);
-    return page;
+    auto* scroll = new QScrollArea;
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    scroll->setBackgroundRole(QPalette::Dark);
+    scroll->setWidget(form);
+    scroll->setObjectName(form->objectName() + "Host");
+    return scroll;
 }
 
 }  // namespace
@@ -391,6 +373,9 @@ void mdiMother::ShowTopic(int index)
 {
     if (index < 0 || index >= TopicCount()) return;
     const Topic& t = topics_[static_cast<std::size_t>(index)];
+    // The result pages are built anew each time they are shown.
+    QWidget* form = t.page->objectName().endsWith("Host") ? static_cast<QScrollArea*>(t.page)->widget() : t.page;
+    if (form->metaObject()->indexOfMethod("Load()") >= 0) QMetaObject::invokeMethod(form, "Load");
     pages_->setCurrentWidget(t.page);
     setWindowTitle(Q(AppTitle()) + "-" + t.text);
 }
@@ -398,9 +383,8 @@ void mdiMother::ShowTopic(int index)
 void mdiMother::OpenResultPages()
 {
     ClearTopics();
-    clsMuhurtha& engine = Engine();
-    AddTopic("Muhurtha Score", "MuhuScore", PlainPage("Muhurtha Score", Q(ResultSummary(engine))));
-    AddTopic("Muhurtha Analysis", "Analysis", PlainPage("Muhurtha Analysis", Q(ResultAnalysis(engine))));
+    AddTopic("Muhurtha Score", "MuhuScore", PaperPage(new frmMuhuCover));
+    AddTopic("Muhurtha Analysis", "Analysis", new frmMuhuTxt);
     SelectTopic(0);
 }
 

@@ -74,6 +74,13 @@ void ShowFontsError(const std::vector<std::string>& failed, QWidget* parent)
 
 void PrepareApplication(QApplication& app)
 {
+    PrepareLook(app);
+    static QtMessageSink messages;
+    SetMessageSink(&messages);
+}
+
+void PrepareLook(QApplication& app)
+{
     // Numbers are read and written with "." whatever the machine says; the
     // libraries below the program read text with the C library too.
     std::setlocale(LC_NUMERIC, "C");
@@ -86,8 +93,6 @@ void PrepareApplication(QApplication& app)
     font.setStyleHint(QFont::SansSerif);
     font.setPointSize(9);
     app.setFont(font);
-    static QtMessageSink messages;
-    SetMessageSink(&messages);
 }
 
 int RunDesktop(QApplication& app)

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
+#include <cmath>
 
 #include "ranvel/platform/gui/qstr.h"
 #include "ranvel/platform/vbmath.h"
@@ -51,7 +52,7 @@ const QPointF kNumbers[3][12] = {
 };
 
 // The size of a number label in the 1000 space.
-constexpr double kNumberWidth = 45, kNumberHeight = 45;
+constexpr double kNumberWidth = 60, kNumberHeight = 50;
 
 // The boxes that the North chart draws by hand.
 const Box kHandDrawn[3] = {{385, 140, 250, 300}, {150, 20, 210, 120}, {15, 160, 150, 180}};
@@ -214,8 +215,13 @@ void Kundali::Put(QWidget* element, const QRectF& logical)
         line->SetEnds(logical.left(), logical.top(), logical.right(), logical.bottom());
         return;
     }
-    element->setGeometry(QRectF(logical.left() * sx, logical.top() * sy, logical.width() * sx, logical.height() * sy)
-                             .toAlignedRect());
+    // Each edge to its nearest pixel, and none beyond the control: the
+    // square's far edges lie on 1000 itself.
+    const int l = static_cast<int>(std::lround(logical.left() * sx));
+    const int t = static_cast<int>(std::lround(logical.top() * sy));
+    const int r = std::min(width(), static_cast<int>(std::lround(logical.right() * sx)));
+    const int b = std::min(height(), static_cast<int>(std::lround(logical.bottom() * sy)));
+    element->setGeometry(l, t, std::max(0, r - l), std::max(0, b - t));
 }
 
 QRectF Kundali::LogicalRect(const QWidget* element) const { return element->property("logical").toRectF(); }

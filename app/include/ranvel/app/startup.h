@@ -36,6 +36,9 @@ void ShowFontsError(const std::vector<std::string>& failed, QWidget* parent = nu
 // Prepares the application object (locale-free numbers, fonts, the message
 // sink) for the desktop program.
 void PrepareApplication(QApplication& app);
+// The same without the message sink: the look of the windows and pages
+// alone, for a program that draws pages without a desktop.
+void PrepareLook(QApplication& app);
 // The desktop program: arguments, the splash and its checks, the main
 // window, the event loop. Gives the exit code.
 int RunDesktop(QApplication& app);

@@ -1,0 +1,17 @@
+// The result pages drawn without a desktop: the command line asks for them
+// as pictures. The application object is made offscreen when there is none.
+#pragma once
+
+#include <string>
+
+namespace ranvel {
+
+// Makes the offscreen application object if the process has none, with the
+// program's fonts registered.
+void EnsureOffscreenApplication();
+
+// The cover page of the engine's last result as a PNG file. False, with the
+// reason, when the file can't be written.
+bool RenderCoverPng(const std::string& path, std::string& error);
+
+}  // namespace ranvel

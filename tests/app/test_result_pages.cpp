@@ -1,0 +1,179 @@
+// The result pages after a real search: the cover shows what the engine
+// found (day, lagna span, percent, band) for one person or a couple, and
+// the analysis page writes the elements in their order.
+#include <QLabel>
+#include <QTextEdit>
+
+#include "app/app_fixture.h"
+#include "ranvel/app/frmMuhuCover.h"
+#include "ranvel/app/frmMuhuTxt.h"
+#include "ranvel/app/mdiMother.h"
+#include "ranvel/data/themes.h"
+#include "ranvel/engine/analysis.h"
+#include "ranvel/engine/request_state.h"
+#include "ranvel/output/Kundali.h"
+#include "ranvel/platform/vbmath.h"
+
+namespace ranvel::test {
+namespace {
+
+RequestPlace Delhi()
+{
+    RequestPlace p;
+    p.Country = "India";
+    p.City = "New Delhi";
+    p.Lati = "028:36";
+    p.Longi = "077:12";
+    p.GMT = "+05.30";
+    return p;
+}
+
+RequestPerson Born(const char* name, int sex, const char* date, const char* time, int ampm)
+{
+    RequestPerson p;
+    p.Name = name;
+    p.Sex = sex;
+    p.BDate = date;
+    p.BTime = time;
+    p.AMPM = ampm;
+    const RequestPlace d = Delhi();
+    p.Country = d.Country;
+    p.City = d.City;
+    p.Lati = d.Lati;
+    p.Longi = d.Longi;
+    p.GMT = d.GMT;
+    return p;
+}
+
+class ResultPages : public AppTest {
+protected:
+    void SetUp() override
+    {
+        AppTest::SetUp();
+        LanguageList languages;
+        languages.Fill();
+        LoadActiveColors();
+    }
+    void Generate(MuhurthaRequest& r)
+    {
+        r.Place = Delhi();
+        ResetEngine(std::make_unique<clsMuhurtha>());
+        r.RunEngine(Engine(), TextDB(), RecosDB());
+    }
+    QString Text(frmMuhuCover& c, const char* name) { return Child<QLabel>(&c, name)->text(); }
+};
+
+TEST_F(ResultPages, AMarriageCoverShowsTheCoupleAndWhatTheEngineFound)
+{
+    MuhurthaRequest r;
+    r.Category = "Marriage";
+    r.MuhuName = "Marriage ceremony (Vivaha)";
+    r.SearchMode = 1;
+    r.MomentDate = r.FromDate = "01/11/2024";
+    r.ToDate = "10/11/2024";
+    r.FromTime = "06.00";
+    r.ToTime = "22.00";
+    r.Boy = Born("Arjun", 1, "14/08/1994", "09.20", 1);
+    r.Girl = Born("Meera", 2, "03/02/1996", "17.45", 2);
+    Generate(r);
+    clsMuhurtha& e = Engine();
+
+    frmMuhuCover cover;
+    cover.Load();
+    EXPECT_EQ(Text(cover, "lblName"), "Arjun and Meera");
+    EXPECT_EQ(Text(cover, "lblPer1Name"), "Arjun");
+    EXPECT_EQ(Text(cover, "lblPer2Name"), "Meera");
+    EXPECT_TRUE(Child<QWidget>(&cover, "framGirl")->isVisibleTo(&cover));
+    EXPECT_EQ(Text(cover, "lblper2Place"), "Place");
+    EXPECT_EQ(Text(cover, "lblPer2NakLord"), "Nakshatra Lord");
+    EXPECT_FALSE(Text(cover, "lblPer2NakVal").isEmpty());
+
+    // The page holds what the engine holds.
+    clsPlanets& best = *e.BestChart;
+    EXPECT_EQ(Text(cover, "lblBMDate").toStdString(), best.ConvertDateToText(e.BestMuhuDate()));
+    EXPECT_EQ(Text(cover, "lblBMFrom").toStdString(), e.LagnaStartChart->clsPerson().GetBirthTimeFull());
+    EXPECT_EQ(Text(cover, "lblBMTo").toStdString(), e.LagnaEndChart->clsPerson().GetBirthTimeFull());
+    EXPECT_EQ(Text(cover, "lblBMScore").toStdString(), vb::CStr(e.BestMuhuPercent()));
+    EXPECT_EQ(Text(cover, "lblBMScorePercent"), "Percent");
+    EXPECT_EQ(Text(cover, "lblMuhFromVal").toStdString(), best.ConvertDateToText(DateTime::FromParts(2024, 11, 1)));
+    EXPECT_EQ(Text(cover, "lblMuhuName"), "Marriage ceremony (Vivaha)");
+    // The best chart was copied without the hemisphere letters.
+    EXPECT_EQ(Text(cover, "lblMuhLatVal"), "28.36 ");
+    EXPECT_EQ(Text(cover, "lblDispName").toStdString().rfind("Tessaly - ", 0), 0u);
+
+    // The chart: the Lagna's sign first (North), each body in its sign.
+    Kundali* k = cover.kunMuhu();
+    EXPECT_EQ(k->ChartStyle(), Kundali::South);  // the setting's default
+    EXPECT_EQ(k->HouseNumber(), best.PrediVarga(0, 1));
+    EXPECT_TRUE(k->HouseText(best.PrediVarga(7, 1)).contains("Moon"));
+    EXPECT_TRUE(k->HouseText(best.PrediVarga(0, 1)).contains("Asc"));
+
+    // The analysis page speaks of every element the engine reports.
+    frmMuhuTxt analysis;
+    analysis.Load();
+    const QString text = analysis.rtfText()->toPlainText();
+    EXPECT_TRUE(text.startsWith("\nMuhurtha - Marriage ceremony (Vivaha)\nResult of the Muhurtha\n"));
+    EXPECT_TRUE(text.contains(QString("Score -  %1Percent").arg(QString::fromStdString(vb::CStr(e.BestMuhuPercent())))));
+    int at = 0;
+    for (const ElementStatement& s : AnalyseElements(e)) {
+        const int found = text.indexOf(QString::fromStdString(s.heading), at);
+        EXPECT_GE(found, at) << s.element;
+        at = found;
+    }
+}
+
+TEST_F(ResultPages, AMomentShowsOneDayAndAPercentOverAHundredKeepsTheTopBand)
+{
+    MuhurthaRequest r;
+    r.Category = "Journey";
+    r.MuhuName = "Setting out on a journey (Yatra)";
+    r.SearchMode = 2;
+    r.MomentDate = "05/11/2024";
+    r.MomentTime = "10.30";
+    r.Person = Born("Ravi", 1, "02/09/1990", "07.05", 1);
+    Generate(r);
+    clsMuhurtha& e = Engine();
+
+    frmMuhuCover cover;
+    cover.Load();
+    EXPECT_EQ(Text(cover, "lblName"), "Ravi");
+    EXPECT_EQ(Text(cover, "lblPer1Name"), "Ravi");
+    EXPECT_FALSE(Child<QWidget>(&cover, "framGirl")->isVisibleTo(&cover));
+    EXPECT_EQ(Text(cover, "lblMuhFromVal"), Text(cover, "lblMuhToVal"));
+    EXPECT_EQ(Text(cover, "lblBMFrom").toStdString(), e.LagnaStartChart->clsPerson().GetBirthTimeFull());
+
+    // Fewer elements to reach than the moment scored: the percent goes
+    // over a hundred and is shown so, with the words of the top band.
+    e.MuhuElements = "D";
+    ASSERT_GT(e.BestMuhuPercent(), 100);
+    cover.Load();
+    EXPECT_EQ(Text(cover, "lblBMScore").toStdString(), vb::CStr(e.BestMuhuPercent()));
+    EXPECT_EQ(Text(cover, "lblBMBand").toStdString(), e.MuhuScoreText(100).ToTextOrEmpty());
+}
+
+TEST_F(ResultPages, TheMainWindowShowsBothPagesAfterAGeneration)
+{
+    MuhurthaRequest r;
+    r.Category = "Journey";
+    r.MuhuName = "Setting out on a journey (Yatra)";
+    r.SearchMode = 2;
+    r.MomentDate = "05/11/2024";
+    r.MomentTime = "10.30";
+    r.Person = Born("Ravi", 1, "02/09/1990", "07.05", 1);
+    Generate(r);
+    auto* main = new mdiMother;
+    main->OpenResultPages();
+    ASSERT_EQ(main->TopicCount(), 2);
+    auto* cover = main->findChild<frmMuhuCover*>();
+    ASSERT_NE(cover, nullptr);
+    EXPECT_EQ(Child<QLabel>(cover, "lblName")->text(), "Ravi");
+    EXPECT_EQ(Child<QLabel>(cover, "lblPageNo")->text(), "1");
+    main->SelectTopic(1);
+    auto* analysis = main->findChild<frmMuhuTxt*>();
+    ASSERT_NE(analysis, nullptr);
+    EXPECT_FALSE(analysis->rtfText()->toPlainText().isEmpty());
+    EXPECT_EQ(main->windowTitle(), "Ranvel-Muhurtha Analysis");
+}
+
+}  // namespace
+}  // namespace ranvel::test
