@@ -1,10 +1,13 @@
 // The result pages after a real search: the cover shows what the engine
 // found (day, lagna span, percent, band) for one person or a couple, and
 // the analysis page writes the elements in their order.
+#include <QImage>
 #include <QLabel>
+#include <fstream>
 #include <QTextEdit>
 
 #include "app/app_fixture.h"
+#include "commands.h"
 #include "ranvel/app/frmMuhuCover.h"
 #include "ranvel/app/frmMuhuTxt.h"
 #include "ranvel/app/mdiMother.h"
@@ -173,6 +176,34 @@ TEST_F(ResultPages, TheMainWindowShowsBothPagesAfterAGeneration)
     ASSERT_NE(analysis, nullptr);
     EXPECT_FALSE(analysis->rtfText()->toPlainText().isEmpty());
     EXPECT_EQ(main->windowTitle(), "Ranvel-Muhurtha Analysis");
+}
+
+TEST_F(ResultPages, TheCommandLineDrawsTheCoverIntoAPicture)
+{
+    const std::string request = (app / "request.json").string();
+    std::ofstream(request) << R"json({"Category": "Journey", "MuhuName": "Setting out on a journey (Yatra)",
+      "SearchMode": 2, "MomentDate": "05/11/2024", "MomentTime": "10.30",
+      "Place": {"Country": "India", "City": "New Delhi", "Lati": "028:36", "Longi": "077:12", "GMT": "+05.30"},
+      "Person": {"Name": "Ravi", "BDate": "02/09/1990", "BTime": "07.05", "Lati": "028:36", "Longi": "077:12", "GMT": "+05.30"}})json";
+    const std::string png = (app / "cover.png").string();
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(cli::CmdMuhurtha(cli::Args({"--request", request, "--png", png}, {"json"})), 0);
+    ::testing::internal::GetCapturedStdout();
+    QImage picture(QString::fromStdString(png));
+    ASSERT_FALSE(picture.isNull());
+    // Letter paper at twice the screen's size.
+    EXPECT_EQ(picture.size(), QSize(2 * 816, 2 * 1056));
+    // Something is drawn on it: the page is not blank paper.
+    long inked = 0;
+    for (int y = 0; y < picture.height(); y += 4)
+        for (int x = 0; x < picture.width(); x += 4) inked += qGray(picture.pixel(x, y)) < 128;
+    EXPECT_GT(inked, 2000);
+
+    ::testing::internal::CaptureStdout();
+    EXPECT_THROW(cli::CmdMuhurtha(cli::Args({"--request", request, "--png", (app / "no/such/folder/c.png").string()},
+                                            {"json"})),
+                 std::runtime_error);
+    ::testing::internal::GetCapturedStdout();
 }
 
 }  // namespace
