@@ -9,6 +9,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "ranvel/app/appinfo.h"
+#include "ranvel/platform/sinks.h"
+
 namespace ranvel::ui {
 
 namespace {
@@ -104,6 +107,8 @@ QDateEdit* DatePicker(QWidget* parent, const char* name, Box at)
     d->setMaximumDate(QDate(2099, 12, 31));
     return d;
 }
+
+void ShowFault(const std::exception& e) { MsgBox(e.what(), MsgButtons::OK, AppTitle(), MsgIcon::Critical); }
 
 void Names(QLabel* label, QWidget* control)
 {

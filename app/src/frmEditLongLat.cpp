@@ -172,16 +172,11 @@ struct frmEditLongLat::Impl {
     void WirePlaces();
     void LoadSettings();
 
-    // A command on the place store; a fault in it (a name with an
-    // apostrophe breaks its query) ends the command with the fault's text.
+    // A command on the store; a fault in it ends the command with its text.
     template <typename F>
     void Run(F&& command)
     {
-        try {
-            command();
-        } catch (const std::exception& e) {
-            MsgBox(e.what(), MsgButtons::OK, AppTitle(), MsgIcon::Critical);
-        }
+        ui::RunCommand(command);
     }
 
     void FillCountries();

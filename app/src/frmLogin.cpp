@@ -579,41 +579,27 @@ void frmLogin::Impl::BuildFoot()
 // ---------------------------------------------------------------------------
 // Lists
 
-void frmLogin::Impl::FillCountries(QComboBox* c)
+// A list filled anew from a query's field; what the box holds stays.
+void FillList(QComboBox* c, const std::string& sql, const char* field)
 {
     const QString keep = c->currentText();
     const QSignalBlocker quiet(c);
     c->clear();
-    auto rs = RecosDB()->OpenRecordset("Select * From Country");
+    auto rs = RecosDB()->OpenRecordset(sql);
     for (rs->HasRows() ? rs->MoveFirst() : void(); !rs->IsEOF(); rs->MoveNext())
-        c->addItem(Q(rs->Field("Name").ToTextOrEmpty()));
+        c->addItem(Q(rs->Field(field).ToTextOrEmpty()));
     c->setCurrentIndex(-1);
     c->setEditText(keep);
 }
+
+void frmLogin::Impl::FillCountries(QComboBox* c) { FillList(c, "Select * From Country", "Name"); }
 
 void frmLogin::Impl::FillCities(QComboBox* c, const std::string& country)
 {
-    const QString keep = c->currentText();
-    const QSignalBlocker quiet(c);
-    c->clear();
-    auto rs = RecosDB()->OpenRecordset("Select * From City where country = '" + country + "'");
-    for (rs->HasRows() ? rs->MoveFirst() : void(); !rs->IsEOF(); rs->MoveNext())
-        c->addItem(Q(rs->Field("City").ToTextOrEmpty()));
-    c->setCurrentIndex(-1);
-    c->setEditText(keep);
+    FillList(c, "Select * From City where country = '" + country + "'", "City");
 }
 
-void frmLogin::Impl::FillPersons(QComboBox* c)
-{
-    const QString keep = c->currentText();
-    const QSignalBlocker quiet(c);
-    c->clear();
-    auto rs = RecosDB()->OpenRecordset("qryPersonName");
-    for (rs->HasRows() ? rs->MoveFirst() : void(); !rs->IsEOF(); rs->MoveNext())
-        c->addItem(Q(rs->Field("Name").ToTextOrEmpty()));
-    c->setCurrentIndex(-1);
-    c->setEditText(keep);
-}
+void frmLogin::Impl::FillPersons(QComboBox* c) { FillList(c, "qryPersonName", "Name"); }
 
 void frmLogin::Impl::FillAllPersonLists()
 {
@@ -1135,7 +1121,7 @@ void frmLogin::SavePerson()
         if (found) p.Save();
         else p.AddNew();
     } catch (const std::exception& e) {
-        MsgBox(e.what(), MsgButtons::OK, AppTitle(), MsgIcon::Critical);
+        ui::ShowFault(e);
         return;
     }
     d_->FillAllPersonLists();
@@ -1163,7 +1149,7 @@ void frmLogin::DeletePerson()
             return;
         p.Delete();
     } catch (const std::exception& e) {
-        MsgBox(e.what(), MsgButtons::OK, AppTitle(), MsgIcon::Critical);
+        ui::ShowFault(e);
         return;
     }
     {

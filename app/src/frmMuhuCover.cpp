@@ -118,14 +118,7 @@ frmMuhuCover::frmMuhuCover(QWidget* parent) : QWidget(parent), d_(std::make_uniq
     d_->form = this;
     setObjectName("frmMuhuCover");
     setFixedSize(kPageWidth / kTwipsPerPixel, kPageHeight / kTwipsPerPixel);
-    // Paper, whatever lies around the page: its controls take their colours
-    // from the page, not from the grey of the window.
-    setBackgroundRole(QPalette::Window);
-    setForegroundRole(QPalette::WindowText);
-    setAutoFillBackground(true);
-    QPalette paper = palette();
-    paper.setColor(QPalette::Window, Qt::white);
-    setPalette(paper);
+    page::Paper(this);
 
     // The top: a rule with the mark in a circle on it, the page number, and
     // the name of the person or couple.

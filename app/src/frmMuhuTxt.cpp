@@ -39,14 +39,7 @@ void Append(QTextEdit* t, const std::string& text, const QTextCharFormat& format
 frmMuhuTxt::frmMuhuTxt(QWidget* parent) : QWidget(parent)
 {
     setObjectName("frmMuhuTxt");
-    // Paper, whatever lies around the page: its controls take their colours
-    // from the page, not from the grey of the window.
-    setBackgroundRole(QPalette::Window);
-    setForegroundRole(QPalette::WindowText);
-    setAutoFillBackground(true);
-    QPalette paper = palette();
-    paper.setColor(QPalette::Window, Qt::white);
-    setPalette(paper);
+    page::Paper(this);
     rtfText_ = new QTextEdit(this);
     rtfText_->setObjectName("rtfText");
     rtfText_->setReadOnly(true);

@@ -48,6 +48,16 @@ QColor Color(Style style)
     return ColorFromSetting(c.NormTextCol);
 }
 
+void Paper(QWidget* form)
+{
+    form->setAutoFillBackground(true);
+    QPalette paper = form->palette();
+    paper.setColor(QPalette::Window, Qt::white);
+    form->setPalette(paper);
+    form->setBackgroundRole(QPalette::Window);
+    form->setForegroundRole(QPalette::WindowText);
+}
+
 void Paint(QLabel* label, const QColor& text, const QColor* background)
 {
     QPalette p = label->palette();

@@ -48,6 +48,19 @@ RequestPerson Born(const char* name, int sex, const char* date, const char* time
     return p;
 }
 
+// A journey's moment, checked for one person.
+MuhurthaRequest JourneyMoment()
+{
+    MuhurthaRequest r;
+    r.Category = "Journey";
+    r.MuhuName = "Setting out on a journey (Yatra)";
+    r.SearchMode = 2;
+    r.MomentDate = "05/11/2024";
+    r.MomentTime = "10.30";
+    r.Person = Born("Ravi", 1, "02/09/1990", "07.05", 1);
+    return r;
+}
+
 class ResultPages : public AppTest {
 protected:
     void SetUp() override
@@ -127,13 +140,7 @@ TEST_F(ResultPages, AMarriageCoverShowsTheCoupleAndWhatTheEngineFound)
 
 TEST_F(ResultPages, AMomentShowsOneDayAndAPercentOverAHundredKeepsTheTopBand)
 {
-    MuhurthaRequest r;
-    r.Category = "Journey";
-    r.MuhuName = "Setting out on a journey (Yatra)";
-    r.SearchMode = 2;
-    r.MomentDate = "05/11/2024";
-    r.MomentTime = "10.30";
-    r.Person = Born("Ravi", 1, "02/09/1990", "07.05", 1);
+    MuhurthaRequest r = JourneyMoment();
     Generate(r);
     clsMuhurtha& e = Engine();
 
@@ -156,13 +163,7 @@ TEST_F(ResultPages, AMomentShowsOneDayAndAPercentOverAHundredKeepsTheTopBand)
 
 TEST_F(ResultPages, TheMainWindowShowsBothPagesAfterAGeneration)
 {
-    MuhurthaRequest r;
-    r.Category = "Journey";
-    r.MuhuName = "Setting out on a journey (Yatra)";
-    r.SearchMode = 2;
-    r.MomentDate = "05/11/2024";
-    r.MomentTime = "10.30";
-    r.Person = Born("Ravi", 1, "02/09/1990", "07.05", 1);
+    MuhurthaRequest r = JourneyMoment();
     Generate(r);
     auto* main = new mdiMother;
     main->OpenResultPages();

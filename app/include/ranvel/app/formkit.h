@@ -6,6 +6,8 @@
 #pragma once
 
 #include <QString>
+#include <exception>
+#include <string>
 
 class QCheckBox;
 class QComboBox;
@@ -41,6 +43,22 @@ QLineEdit* MaskEdit(QWidget* parent, const char* name, const QString& mask, cons
 QComboBox* Combo(QWidget* parent, const char* name, bool editable, Box at);
 // A date picker showing "dd/MM/yyyy", with a calendar to drop down.
 QDateEdit* DatePicker(QWidget* parent, const char* name, Box at);
+
+// Runs a command of a form. A run-time fault (a name with an apostrophe
+// breaking its query, a file that can't be read) ends the command with a
+// box that gives the fault's text; false then.
+void ShowFault(const std::exception& e);
+template <typename F>
+bool RunCommand(F&& command)
+{
+    try {
+        command();
+        return true;
+    } catch (const std::exception& e) {
+        ShowFault(e);
+        return false;
+    }
+}
 
 // Ties a label to the control it names (access key and spoken name).
 void Names(QLabel* label, QWidget* control);

@@ -8,6 +8,7 @@
 #include <QFont>
 
 class QLabel;
+class QWidget;
 
 namespace ranvel::page {
 
@@ -17,6 +18,9 @@ QFont Font(Style style);
 QColor Color(Style style);
 // Sets a label's font and text colour to the style.
 void Apply(QLabel* label, Style style);
+// Makes a page form white paper whose controls take their colours from it,
+// not from the grey of the window around it.
+void Paper(QWidget* form);
 // A label's text colour and, for an opaque label, its background.
 void Paint(QLabel* label, const QColor& text, const QColor* background = nullptr);
 
