@@ -94,15 +94,41 @@ struct frmMuhuCover::Impl {
         return line;
     }
     void PersonBlock(QWidget* parent, int who, int x, int y, int width);
+    // The header strip and the ground of a person's table, under its labels.
+    void PersonTable(QWidget* parent, int who, int x, int y, int width)
+    {
+        const std::string n = std::to_string(who);
+        ShapeControl* head = Box(parent, ("shpPer" + n + "Head").c_str(), x, y, width, 380);
+        ShapeControl* back = Box(parent, ("shpPer" + n + "Back").c_str(), x, y + 380, width, 14 * kRow + 80);
+        back->lower();
+        head->lower();
+        tableHeads.push_back(head);
+        tableBacks.push_back(back);
+    }
+    // Makes or drops the second person's table.
+    void SecondTable(bool wanted)
+    {
+        auto* head = framGirl->findChild<ShapeControl*>("shpPer2Head");
+        if (wanted == (head != nullptr)) return;
+        if (wanted) {
+            PersonTable(framGirl, 2, 0, 0, 5220);
+            return;
+        }
+        auto* back = framGirl->findChild<ShapeControl*>("shpPer2Back");
+        std::erase(tableHeads, head);
+        std::erase(tableBacks, back);
+        delete head;
+        delete back;
+    }
     void FillPerson(int who, clsPlanets& chart);
 };
 
 void frmMuhuCover::Impl::PersonBlock(QWidget* parent, int who, int x, int y, int width)
 {
-    tableHeads.push_back(Box(parent, who == 1 ? "shpPer1Head" : "shpPer2Head", x, y, width, 380));
-    QLabel* name = Make(parent, "lblPer" + std::to_string(who) + "Name", x + 180, y + 50, width - 360, 300);
-    name->setProperty("tableHead", true);
-    tableBacks.push_back(Box(parent, who == 1 ? "shpPer1Back" : "shpPer2Back", x, y + 380, width, 14 * kRow + 80));
+    // The second person's table is drawn only for a marriage (Load): the
+    // export walks hidden controls too, and would draw it empty.
+    if (who == 1) PersonTable(parent, 1, x, y, width);
+    Make(parent, "lblPer" + std::to_string(who) + "Name", x + 180, y + 50, width - 360, 300);
     int row = y + 420;
     for (const PersonRow& r : kPersonRows) {
         QLabel* c = Make(parent, PersonLabel(who, r.caption), x + 180, row, 1900, kRow);
@@ -201,6 +227,7 @@ void frmMuhuCover::Load()
     clsMuhurtha& engine = Engine();
     const bool marriage = engine.MuhuCategory() == "MARRIAGE";
     d_->framGirl->setVisible(marriage);
+    d_->SecondTable(marriage);
     FillValues();
     SetFonts();
     SetCaptions();

@@ -46,9 +46,6 @@ frmMuhuTxt::frmMuhuTxt(QWidget* parent) : QWidget(parent)
     rtfText_->setFrameShape(QFrame::NoFrame);
     rtfText_->setAccessibleName("Muhurtha Analysis");
     rtfText_->document()->setDocumentMargin(12);
-    auto* pageNo = new QLabel(this);
-    pageNo->setObjectName("lblPageNo");
-    pageNo->hide();
 }
 
 void frmMuhuTxt::resizeEvent(QResizeEvent*)
