@@ -173,14 +173,14 @@ void mdiMother::BuildMenus()
     // The HTML commands stand without a writer behind them.
     item(file, "mnuFileExHTML", "&Export HTML...", none);
     item(file, "mnuFileHTMLEmail", "&Send HTML By Email...", none);
-    item(file, "mnuFileExportPDF", "Export &PDF...", [this] { NotYet("PDF export"); })->setIcon(Icon("pdfexport"));
-    item(file, "mnuFileMailPDF", "Send &PDF by Email...", [this] { NotYet("Mail"); })->setIcon(Icon("pdfemail"));
+    item(file, "mnuFileExportPDF", "Export &PDF...", [this] { ExportPDF(); })->setIcon(Icon("pdfexport"));
+    item(file, "mnuFileMailPDF", "Send &PDF by Email...", [this] { MailPDF(); })->setIcon(Icon("pdfemail"));
     file->addSeparator();
-    item(file, "mnuFilePrintTopic", "Print This &Topic", [this] { NotYet("Printing"); })->setIcon(Icon("printtopic"));
-    QAction* print = item(file, "mnuPrint", "&Print Muhurtha...", [this] { NotYet("Printing"); });
+    item(file, "mnuFilePrintTopic", "Print This &Topic", [this] { PrintCurrentTopic(); })->setIcon(Icon("printtopic"));
+    QAction* print = item(file, "mnuPrint", "&Print Muhurtha...", [this] { PrintIt(); });
     print->setIcon(Icon("print"));
     print->setShortcut(QKeySequence::Print);
-    item(file, "mnuPrintSetup", "Printer &Setup...", [this] { NotYet("Printing"); });
+    item(file, "mnuPrintSetup", "Printer &Setup...", [this] { PrinterSetup(); });
     file->addSeparator();
     item(file, "mnuExit", "E&xit", [this] { ExitProgram(); })->setIcon(Icon("exit"));
 
@@ -422,12 +422,6 @@ void mdiMother::SetSideListVisible(bool visible)
     Action("TopicMap")->setChecked(visible);
     Action("mnuViewTopicList")->setChecked(visible);
     SaveOn("TopicListVis", visible);
-}
-
-void mdiMother::NotYet(const QString& what)
-{
-    MsgBox(S(what) + " is not available yet in this release of " + AppTitle() + ".", MsgButtons::OK, AppTitle(),
-           MsgIcon::Information);
 }
 
 void mdiMother::ExitProgram()

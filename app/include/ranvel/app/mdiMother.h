@@ -50,6 +50,24 @@ public:
     void ExitProgram();  // asks, then ends
     void OpenManual(const std::string& page = "index.html");
 
+    // ---- output (printcommands.cpp, pdfcommands.cpp, mailcommands.cpp) ----
+    // The page-set dialog in its print mode.
+    void PrintIt();
+    // The page in front to the printer; message 12 on failure.
+    void PrintCurrentTopic();
+    // The printer dialog.
+    void PrinterSetup();
+    // Asks for the PDF file's name and hands it to the exporter; false when
+    // the user cancelled.
+    bool GetPDFFile();
+    // The whole report to a PDF file; true on success.
+    bool ExportPDF();
+    // The report to a PDF file, then the mail dialog (kind 2).
+    void MailPDF();
+    // The mail dialog in kind 1 (HTML) or 2 (PDF).
+    void SendMailHTML();
+    void SendMailPDF();
+
     // Restores the bottom bar and the side tree from their settings, as a
     // generation does when it ends.
     void RestoreResultView();
@@ -69,7 +87,6 @@ private:
     void BuildToolbar();
     void TopicChanged(int index);
     void SetSideListVisible(bool visible);
-    void NotYet(const QString& what);
     void SaveViewState();
 
     frmLogin* entry_ = nullptr;
