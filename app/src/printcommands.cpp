@@ -1,12 +1,55 @@
 // The print commands of the main window.
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QTextEdit>
+
+#include "ranvel/app/appinfo.h"
+#include "ranvel/app/frmPrint.h"
 #include "ranvel/app/mdiMother.h"
+#include "ranvel/data/messages.h"
+#include "ranvel/output/clsPrintMaker.h"
+#include "ranvel/platform/sinks.h"
 
 namespace ranvel {
 
-void mdiMother::PrintIt() {}
+void mdiMother::PrintIt()
+{
+    // Before a generation there is no report to print.
+    if (TopicCount() == 0) return;
+    frmPrint dialog(1, this);
+    dialog.exec();
+}
 
-void mdiMother::PrintCurrentTopic() {}
+void mdiMother::PrintCurrentTopic()
+{
+    const int index = CurrentTopic();
+    if (index < 0 || index >= TopicCount()) return;
+    QWidget* page = pages_->currentWidget();
+    if (auto* scroll = qobject_cast<QScrollArea*>(page)) page = scroll->widget();
+    PageCounter() = 0;
+    PrintCancel() = false;
+    try {
+        PrintSurface printer(ReportPrinter());
+        if (auto* text = page->findChild<QTextEdit*>("rtfText")) {
+            PrintRichText(text, printer);
+            printer.NewPage();
+        } else {
+            clsPrintMaker(printer).PrintForm(page);
+        }
+        printer.EndDoc();
+    } catch (const std::exception&) {
+        MsgBox(Msg(12), MsgButtons::OK, AppTitle(), MsgIcon::Exclamation);
+    }
+}
 
-void mdiMother::PrinterSetup() {}
+void mdiMother::PrinterSetup()
+{
+    // The choice stays with the report printer for the rest of the session.
+    QPrintDialog dialog(&ReportPrinter(), this);
+    dialog.setWindowTitle("Printer Setup");
+    dialog.exec();
+}
 
 }  // namespace ranvel

@@ -22,6 +22,7 @@
 #include "ranvel/app/frmFontsError.h"
 #include "ranvel/app/frmKunEdit.h"
 #include "ranvel/app/frmLogin.h"
+#include "ranvel/app/frmPrint.h"
 #include "ranvel/app/frmSplash.h"
 #include "ranvel/app/frmStatus.h"
 #include "ranvel/app/frmWizard.h"
@@ -157,6 +158,7 @@ int main(int argc, char** argv)
 
     Dialog<frmAbout>("about", [main] { return new frmAbout(main); });
     Dialog<frmFontsError>("fonts-error", [main] { return new frmFontsError({"Ranvel Bangla", "Astro 571"}, main); });
+    Dialog<frmPrint>("print", [main] { return new frmPrint(1, main); });
     Dialog<frmCalcOptions>("calc-options", [main] { return new frmCalcOptions(main); });
     Dialog<frmKunEdit>("kundli-style", [main] { return new frmKunEdit(main); });
     // As it opens, then with each theme of the list selected.
