@@ -134,7 +134,7 @@ Json Lagna(clsPlanets& chart)
 
 int CmdMuhurtha(const Args& args)
 {
-    args.Allow({"request", "json", "png"});
+    args.Allow({"request", "json", "png", "pdf"});
     if (args.Value("request").empty()) throw std::invalid_argument("muhurtha needs --request FILE");
     const bool json = args.Flag("json");
     Json j = ReadJsonFile(args.Value("request"));
@@ -162,6 +162,10 @@ int CmdMuhurtha(const Args& args)
     if (args.Has("png")) {
         std::string error;
         if (!RenderCoverPng(args.Value("png"), error)) throw std::runtime_error(error);
+    }
+    if (args.Has("pdf")) {
+        std::string error;
+        if (!RenderReportPdf(args.Value("pdf"), error)) throw std::runtime_error(error);
     }
 
     if (!json) {

@@ -42,6 +42,8 @@ frmMuhuTxt::frmMuhuTxt(QWidget* parent) : QWidget(parent)
     page::Paper(this);
     rtfText_ = new QTextEdit(this);
     rtfText_->setObjectName("rtfText");
+    // The export flows it as the report's rich text.
+    rtfText_->setProperty("TypeName", "TXTextControl");
     rtfText_->setReadOnly(true);
     rtfText_->setFrameShape(QFrame::NoFrame);
     rtfText_->setAccessibleName("Muhurtha Analysis");

@@ -2,11 +2,15 @@
 
 #include <QApplication>
 #include <QImageWriter>
+#include <QLabel>
 #include <QPixmap>
 
 #include "ranvel/app/frmMuhuCover.h"
+#include "ranvel/app/frmMuhuTxt.h"
 #include "ranvel/app/startup.h"
 #include "ranvel/data/themes.h"
+#include "ranvel/output/clsPDFExporter.h"
+#include "ranvel/platform/gui/pdfbox.h"
 #include "ranvel/platform/gui/qstr.h"
 
 namespace ranvel {
@@ -38,6 +42,52 @@ bool RenderCoverPng(const std::string& path, std::string& error)
     QImageWriter writer(Q(path), "png");
     if (!writer.write(picture.toImage())) {
         error = "cannot write the picture to '" + path + "': " + S(writer.errorString());
+        return false;
+    }
+    return true;
+}
+
+namespace {
+
+// The main window's two result pages, each filled as showing it fills it,
+// with its page number as the topic list gives it.
+class OffscreenTopics : public ReportTopics {
+public:
+    int TopicCount() override { return 2; }
+    QWidget* ShowTopic(int index) override
+    {
+        QWidget* form = index == 0 ? static_cast<QWidget*>(&cover_) : &analysis_;
+        if (index == 0) cover_.Load();
+        else analysis_.Load();
+        if (auto* pageNo = form->findChild<QLabel*>("lblPageNo")) pageNo->setText(QString::number(index + 1));
+        return form;
+    }
+
+private:
+    frmMuhuCover cover_;
+    frmMuhuTxt analysis_;
+};
+
+}  // namespace
+
+bool RenderReportPdf(const std::string& path, std::string& error)
+{
+    EnsureOffscreenApplication();
+    LoadActiveColors();
+    OffscreenTopics topics;
+    PdfBox box;
+    clsPDFExporter exporter(box);
+    exporter.filename(path);
+    if (!exporter.StartExport()) {
+        error = "cannot write the PDF file '" + path + "'";
+        return false;
+    }
+    try {
+        exporter.ExportHoroscope(topics);
+        exporter.FinishFile();
+    } catch (const std::exception& e) {
+        box.AbortDoc();
+        error = "cannot write the PDF file '" + path + "': " + e.what();
         return false;
     }
     return true;

@@ -1,10 +1,79 @@
 // The PDF commands of the main window.
+#include <QScrollArea>
+#include <QStackedWidget>
+
+#include "ranvel/app/formkit.h"
+#include "ranvel/app/frmStatus.h"
 #include "ranvel/app/mdiMother.h"
+#include "ranvel/data/datafiles.h"
+#include "ranvel/engine/request_state.h"
+#include "ranvel/output/clsPDFExporter.h"
+#include "ranvel/platform/gui/dialogs.h"
+#include "ranvel/platform/sinks.h"
 
 namespace ranvel {
 
-bool mdiMother::GetPDFFile() { return false; }
+namespace {
 
-bool mdiMother::ExportPDF() { return false; }
+std::string NameOf(const std::shared_ptr<clsPlanets>& chart) { return chart ? chart->clsPerson().Name() : std::string(); }
+
+// The name the save dialog offers, after the mode and the person.
+std::string SuggestedPdfName()
+{
+    switch (Horomode()) {
+    case 1: return NameOf(PersonChart()) + "-Horoscope.PDF";
+    case 4: return NameOf(PersonChart()) + "-Varshaphala.PDF";
+    case 3: return MarriageRequest() ? "MarriageMuhurat.PDF" : NameOf(PersonChart()) + "-Muhurtha.PDF";
+    default: return NameOf(BoyChart()) + " & " + NameOf(GirlChart()) + "-Match.PDF";
+    }
+}
+
+}  // namespace
+
+bool mdiMother::GetPDFFile()
+{
+    const std::string path = Dialogs().SaveFile(this, "Save", "Portable Document Format (.PDF)|*.PDF|", ".PDF",
+                                                SuggestedPdfName());
+    if (path.empty()) return false;
+    PDFExporter().filename(path);
+    return true;
+}
+
+bool mdiMother::ExportPDF()
+{
+    if (!GetPDFFile()) return false;
+    clsPDFExporter& exporter = PDFExporter();
+    if (!exporter.StartExport()) {
+        MsgBox("Could not write to file. File could be open or set to 'Read Only' attribute.", MsgButtons::OK,
+               "Error Writing File", MsgIcon::Critical);
+        exporter.FinishFile();
+        return false;
+    }
+
+    // The topics as the list shows them, each brought to the front.
+    class Topics : public ReportTopics {
+    public:
+        explicit Topics(mdiMother& w) : w_(w) {}
+        int TopicCount() override { return w_.TopicCount(); }
+        QWidget* ShowTopic(int index) override
+        {
+            w_.SelectTopic(index);
+            QWidget* page = w_.pages_->currentWidget();
+            auto* host = qobject_cast<QScrollArea*>(page);
+            return host && page->objectName().endsWith("Host") ? host->widget() : page;
+        }
+
+    private:
+        mdiMother& w_;
+    } topics(*this);
+
+    frmStatus status(this);
+    status.setWindowFlag(Qt::WindowStaysOnTopHint);
+    // A fault on the way ends the command with its box; the file is closed
+    // whatever happened.
+    const bool exported = ui::RunCommand([&] { exporter.ExportHoroscope(topics); });
+    const bool closed = ui::RunCommand([&] { exporter.FinishFile(); });
+    return exported && closed;
+}
 
 }  // namespace ranvel

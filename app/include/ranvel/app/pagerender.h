@@ -14,4 +14,9 @@ void EnsureOffscreenApplication();
 // reason, when the file can't be written.
 bool RenderCoverPng(const std::string& path, std::string& error);
 
+// The report of the engine's last result as a PDF file, the same as the
+// desktop's export writes: both result pages, built offscreen, through the
+// same exporter. False, with the reason, when the file can't be written.
+bool RenderReportPdf(const std::string& path, std::string& error);
+
 }  // namespace ranvel
