@@ -445,10 +445,10 @@ void mdiMother::SaveViewState() { SaveSetting("Settings`", "StartDir", S(QDir::c
 
 void mdiMother::closeEvent(QCloseEvent* event)
 {
+    // The program ends with its last window; the view is kept first.
     SaveViewState();
     PersonChart().reset();
     event->accept();
-    QApplication::exit(0);
 }
 
 void mdiMother::keyPressEvent(QKeyEvent* event)

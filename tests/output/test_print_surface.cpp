@@ -61,7 +61,7 @@ public:
 private:
     void Add(const char* op, double x1, double y1, double x2, double y2, const QColor& c = {})
     {
-        calls.push_back({op, QRectF(QPointF(x1, y1), QPointF(x2, y2)), c, DrawWidth()});
+        calls.push_back({op, QRectF(QPointF(x1, y1), QPointF(x2, y2)), c, DrawWidth(), {}});
     }
 };
 

@@ -1,0 +1,72 @@
+// Sending the report by mail. Two ways out: the desktop's own mail program
+// is handed the message with its attachment (the user sends it from there),
+// or, when the user has set up a mail server, the message goes to that
+// server directly by SMTP (STARTTLS when the server offers it), without a
+// window of any mail program.
+#pragma once
+
+#include <string>
+
+namespace ranvel {
+
+struct MailMessage {
+    std::string to;
+    std::string subject;
+    std::string body;
+    std::string attachmentPath;  // empty for none
+    std::string attachmentName;
+};
+
+class MailTransport {
+public:
+    virtual ~MailTransport() = default;
+    // False, with the reason, when the message did not leave.
+    virtual bool Send(const MailMessage& message, std::string& error) = 0;
+    // How the message leaves, in the user's words.
+    virtual std::string Description() const = 0;
+};
+
+// The desktop's mail program, through xdg-email.
+class DesktopMailClient : public MailTransport {
+public:
+    bool Send(const MailMessage& message, std::string& error) override;
+    std::string Description() const override;
+};
+
+// A mail server of the user's. Security: "starttls" asks the server to
+// switch to TLS and refuses to go on without it, "ssl" speaks TLS from
+// the start, "none" sends in the clear (a server on this machine).
+struct MailServer {
+    std::string host;
+    int port = 587;
+    std::string security = "starttls";
+    std::string user;
+    std::string password;
+    std::string from;
+    bool savePassword = false;
+    bool Configured() const { return !host.empty(); }
+};
+
+class SmtpMail : public MailTransport {
+public:
+    explicit SmtpMail(MailServer server) : server_(std::move(server)) {}
+    bool Send(const MailMessage& message, std::string& error) override;
+    std::string Description() const override;
+
+private:
+    MailServer server_;
+};
+
+// The server settings of the user: ~/.config/Ranvel/mail.ini (or under
+// $XDG_CONFIG_HOME), a file only its owner can read, since it may hold the
+// password. Without savePassword the password is not written.
+std::string MailSettingsPath();
+MailServer LoadMailServer();
+bool SaveMailServer(const MailServer& server, std::string& error);
+
+// The way out in use: the server when one is set up, else the desktop's
+// mail program. Tests install their own.
+MailTransport& Mailer();
+void SetMailer(MailTransport* mailer);  // nullptr restores the choice by settings
+
+}  // namespace ranvel
