@@ -39,7 +39,17 @@ struct PageNode {
 };
 const PageNode kPages[] = {{"FrontPage", "Muhurtha Cover Page"}, {"MuhuText", "Muhurtha Analysis"}};
 
-const char* const kWorking = "Processing. Please wait. This will take a little while...";
+// The progress dialog's words: printing, and the HTML export that has its
+// words ready but no writer behind them.
+struct JobWords {
+    const char* caption;
+    const char* detail;
+};
+JobWords WordsOf(int mode)
+{
+    if (mode == 2) return {"Exporting HTML", "Exporting HTML please wait. This can take a little while..."};
+    return {"Printing...", "Processing. Please wait. This will take a little while..."};
+}
 
 std::string ModeText() { return std::to_string(Horomode()); }
 
@@ -233,7 +243,7 @@ void frmPrint::PrintPages(PrintSurface& printer, ProgressSink* progress)
             }
         }
         ++PageCounter();
-        if (progress) progress->Progress("Printing...", kWorking, 50);
+        if (progress) progress->Progress(WordsOf(mode_).caption, WordsOf(mode_).detail, 50);
     }
     if (Checked("MuhuText") && !PrintCancel()) {
         if (auto* analysis = ResultForm<frmMuhuTxt>()) {
@@ -254,7 +264,7 @@ void frmPrint::cmdPrint_Click()
         // Not a child of the main window, which is held disabled meanwhile.
         frmStatus status;
         if (main) status.move(main->geometry().center() - status.rect().center());
-        status.Progress("Printing...", kWorking, 0);
+        status.Progress(WordsOf(mode_).caption, WordsOf(mode_).detail, 0);
         try {
             PrintSurface printer(ReportPrinter());
             PrintPages(printer, &status);
