@@ -65,9 +65,35 @@ void clsPlanets::CalcModVarna(int value) { Hold(calcModVarna_, "CalcVarMod", val
 // ---------------------------------------------------------------------------
 // Calculate
 
+namespace {
+bool g_lazyBodies = true;
+bool g_replayRows = false;
+// Calculations left unread before their rows are worked out in a batch.
+constexpr std::size_t kMostSkipped = 64;
+}  // namespace
+
+void clsPlanets::SetLazyBodies(bool lazy, bool replayRows)
+{
+    g_lazyBodies = lazy;
+    g_replayRows = replayRows;
+}
+
+bool clsPlanets::ReplayRows() { return g_replayRows; }
+
 void clsPlanets::Calculate()
 {
     ranvel::clsPerson& P = clsPerson();
+    const bool lazy = g_lazyBodies;
+
+    // The bodies of the last calculation were never asked for: its
+    // divisional rows are owed to the row that carries over.
+    if (bodiesPending_) {
+        if (skipped_.empty()) knownRow_ = vargaRow_;
+        skipped_.push_back(pending_);
+        bodiesPending_ = false;
+        if (skipped_.size() > kMostSkipped) ReplaySkippedRows();
+    }
+    pendingSun_.reset();
 
     // 1-2. Local clock to Greenwich, then the time correction; each step
     // wraps the hour once and moves the date with it.
@@ -100,9 +126,22 @@ void clsPlanets::Calculate()
     const double T = centuries_;
     lysPlnt_[13] = T * 0.000308 * T + (T * 1.396042 + 22.460148);
 
-    // 7. Positions.
-    ReadPlanets();
-    ReadPlanetsNextHour();
+    // 7. Positions: at once, or kept for the first reader of a body.
+    if (lazy) {
+        pending_ = PendingBodies{};
+        pending_.greenwich = RecordMoment();
+        pending_.rahuKetuMode = rahuKetuMode_;
+        double lon = P.LongDegN() + P.LongMTN() / 60.0;
+        if (IsWest(P.TextEW())) lon = -lon;
+        double lat = P.LatDegN() + P.LatMTN() / 60.0;
+        const std::string ns = P.TextNS();
+        if (ns == "S" || ns == "s") lat = -lat;
+        pending_.latitude = lat;
+        pending_.longitude = lon;
+    } else {
+        ReadPlanets();
+        ReadPlanetsNextHour();
+    }
 
     // 8. Back to the local clock. The correction is not taken back: the
     // record stays moved by TimeCorr, and a second Calculate moves it again.
@@ -111,22 +150,37 @@ void clsPlanets::Calculate()
     P.Hour(vb::Int(h));
     P.Minutes(FractionOf(h) * 60.0);
 
-    // 9-12.
+    // 9-12. The houses need the ayanamsha alone; the Moon numbers and the
+    // divisional rows wait for the bodies when they are kept.
+    if (lazy) pending_.local = RecordMoment();
     ApplyAyanamsha();
     ComputeHouses();
+    if (lazy) {
+        pending_.lagna = bhavMid_[0];
+        bodiesPending_ = true;
+        return;
+    }
     ComputeMoonNumbers();
     FillVargaTable();
 }
 
-double clsPlanets::JulianDayOfRecord()
+clsPlanets::Moment clsPlanets::RecordMoment()
 {
     ranvel::clsPerson& P = clsPerson();
-    double hour = P.HourN() + P.MinutesN() / 60.0;
-    double J = swe_julday(P.YearN(), P.MonthN(), P.DayN(), hour, SE_GREG_CAL);
+    return Moment{P.YearN(), P.MonthN(), P.DayN(), P.HourN(), P.MinutesN()};
+}
+
+double clsPlanets::JulianDayAt(const Moment& m, double extraHours)
+{
+    double hour = m.Hours();
+    if (extraHours != 0) hour = hour + extraHours;
+    double J = swe_julday(m.year, m.month, m.day, hour, SE_GREG_CAL);
     // The conversion's validity code is not read; it overwrites J.
-    swe_date_conversion(P.YearN(), P.MonthN(), P.DayN(), hour, 'g', &J);
+    swe_date_conversion(m.year, m.month, m.day, hour, 'g', &J);
     return J;
 }
+
+double clsPlanets::JulianDayOfRecord() { return JulianDayAt(RecordMoment()); }
 
 namespace {
 // Body numbers of the library in the order they are asked for, and the
@@ -143,24 +197,34 @@ void AskBody(int body, double J, double xx[6])
     // no speed: only the longitude is read, and no return code.
     swe_calc(J, body, 0, xx, serr);
 }
+
+double KPAyanamshaAt(double J)
+{
+    swe_set_sid_mode(SE_SIDM_KRISHNAMURTI, 0, 0);
+    return swe_get_ayanamsa(J);
+}
 }  // namespace
+
+void clsPlanets::ReadBodiesAt(double J, std::size_t base, int rahuKetuMode, std::array<double, 27>& table)
+{
+    double xx[6] = {0, 0, 0, 0, 0, 0};
+    for (int body = 0; body <= 11; ++body) {
+        AskBody(body, J, xx);
+        if (body <= 9) {
+            table[base + static_cast<std::size_t>(kBodyEntry[body])] = xx[0];
+        } else if ((body == 10 && rahuKetuMode == 1) || (body == 11 && rahuKetuMode == 2)) {
+            table[base + 8] = xx[0];
+            table[base + 9] = Norm360(xx[0] + 180.0);
+        }
+    }
+}
 
 void clsPlanets::ReadPlanets()
 {
     ranvel::clsPerson& P = clsPerson();
     double J = JulianDayOfRecord();
     double U = J - swe_deltat(J);
-
-    double xx[6] = {0, 0, 0, 0, 0, 0};
-    for (int body = 0; body <= 11; ++body) {
-        AskBody(body, J, xx);
-        if (body <= 9) {
-            lysPlnt_[static_cast<std::size_t>(kBodyEntry[body])] = xx[0];
-        } else if ((body == 10 && rahuKetuMode_ == 1) || (body == 11 && rahuKetuMode_ == 2)) {
-            lysPlnt_[8] = xx[0];
-            lysPlnt_[9] = Norm360(xx[0] + 180.0);
-        }
-    }
+    ReadBodiesAt(J, 0, rahuKetuMode_, lysPlnt_);
 
     double lon = P.LongDegN() + P.LongMTN() / 60.0;
     if (IsWest(P.TextEW())) lon = -lon;
@@ -175,24 +239,73 @@ void clsPlanets::ReadPlanets()
 
 void clsPlanets::ReadPlanetsNextHour()
 {
-    ranvel::clsPerson& P = clsPerson();
     // One hour later, unwrapped: the library may get an hour of 24 or more.
-    double hour = P.HourN() + P.MinutesN() / 60.0 + 1.0;
-    double J = swe_julday(P.YearN(), P.MonthN(), P.DayN(), hour, SE_GREG_CAL);
-    swe_date_conversion(P.YearN(), P.MonthN(), P.DayN(), hour, 'g', &J);
+    double J = JulianDayAt(RecordMoment(), 1.0);
     double U = J - swe_deltat(J);
     (void)U;
+    ReadBodiesAt(J, 13, rahuKetuMode_, lysPlnt_);
+}
 
-    double xx[6] = {0, 0, 0, 0, 0, 0};
-    for (int body = 0; body <= 11; ++body) {
-        AskBody(body, J, xx);
-        if (body <= 9) {
-            lysPlnt_[static_cast<std::size_t>(kBodyEntry[body] + 13)] = xx[0];
-        } else if ((body == 10 && rahuKetuMode_ == 1) || (body == 11 && rahuKetuMode_ == 2)) {
-            lysPlnt_[21] = xx[0];
-            lysPlnt_[22] = Norm360(xx[0] + 180.0);
-        }
+void clsPlanets::EnsureBodies() const
+{
+    if (bodiesPending_) const_cast<clsPlanets*>(this)->ReadBodies();
+}
+
+void clsPlanets::ReadBodies()
+{
+    bodiesPending_ = false;
+    const PendingBodies& m = pending_;
+    // The moment, its houses and their KP cusps, an hour later: what
+    // Calculate once read in its seventh step.
+    const double J = JulianDayAt(m.greenwich);
+    const double U = J - swe_deltat(J);
+    ReadBodiesAt(J, 0, m.rahuKetuMode, lysPlnt_);
+    std::array<double, 14> cusps{};
+    swe_houses(U, m.latitude, m.longitude, 'P', cusps.data(), ascmc_.data());
+    // The houses' middles stand already; the library's own cusps give the
+    // KP houses and the unused first slot.
+    cusps_[0] = cusps[0];
+    const double kp = KPAyanamshaAt(J);
+    for (std::size_t i = 1; i <= 12; ++i) kpHouse_[i] = cusps[i] - kp;
+    const double J1 = JulianDayAt(m.greenwich, 1.0);
+    (void)swe_deltat(J1);
+    ReadBodiesAt(J1, 13, m.rahuKetuMode, lysPlnt_);
+
+    // The ayanamsha off every entry but its own, which stands.
+    if (m.subtract)
+        for (std::size_t i = 1; i <= 26; ++i)
+            if (i != 13) lysPlnt_[i] = Norm360(lysPlnt_[i] - m.ayanamsha);
+    kpHouse_[0] = m.lagna + lysPlnt_[13] - KPAyanamshaAt(JulianDayAt(m.local));
+    ComputeMoonNumbers();
+    FillVargaTable();
+}
+
+double clsPlanets::PendingSun() const
+{
+    if (!pendingSun_) {
+        double xx[6] = {0, 0, 0, 0, 0, 0};
+        char serr[256] = {0};
+        swe_calc(JulianDayAt(pending_.greenwich), SE_SUN, 0, xx, serr);
+        pendingSun_ = pending_.subtract ? Norm360(xx[0] - pending_.ayanamsha) : xx[0];
     }
+    return *pendingSun_;
+}
+
+void clsPlanets::RowsOf(const PendingBodies& m)
+{
+    std::array<double, 27> table{};
+    ReadBodiesAt(JulianDayAt(m.greenwich), 0, m.rahuKetuMode, table);
+    if (m.subtract)
+        for (std::size_t i = 1; i <= 12; ++i) table[i] = Norm360(table[i] - m.ayanamsha);
+    VargaRowOf(m.lagna);
+    for (std::size_t p = 1; p <= 12; ++p) VargaRowOf(table[p]);
+}
+
+void clsPlanets::ReplaySkippedRows()
+{
+    vargaRow_ = knownRow_;
+    for (const PendingBodies& m : skipped_) RowsOf(m);
+    skipped_.clear();
 }
 
 double clsPlanets::SwissAyanamsha(int code)
@@ -276,11 +389,15 @@ void clsPlanets::ApplyAyanamsha()
     default: subtract = false; break;  // 12, 14 and any other: no ayanamsha
     }
 
+    pending_.subtract = subtract;
+    pending_.ayanamsha = a;
     if (!subtract) {
         lysPlnt_[13] = 0;
         return;
     }
-    for (std::size_t i = 1; i <= 26; ++i) lysPlnt_[i] = Norm360(lysPlnt_[i] - a);
+    // Kept bodies take it off when they are read.
+    if (!g_lazyBodies)
+        for (std::size_t i = 1; i <= 26; ++i) lysPlnt_[i] = Norm360(lysPlnt_[i] - a);
     if (houses) {
         for (std::size_t i = 0; i <= 12; ++i) {
             bhavMid_[i] = Norm360(bhavMid_[i] - a);
@@ -352,7 +469,8 @@ void clsPlanets::ComputeHouses()
     }
 
     for (std::size_t i = 0; i <= 11; ++i) cusps_[i + 1] = bhavMid_[i] + lysPlnt_[13];
-    kpHouse_[0] = bhavMid_[0] + lysPlnt_[13] - KPAyanVal();
+    // Kept bodies take the first KP house with them.
+    if (!g_lazyBodies) kpHouse_[0] = bhavMid_[0] + lysPlnt_[13] - KPAyanVal();
 }
 
 // ---------------------------------------------------------------------------
@@ -361,14 +479,25 @@ void clsPlanets::ComputeHouses()
 double clsPlanets::PlanetLongi(int p) const
 {
     CheckIndex(p, 0, 26);
-    return p == 0 ? bhavMid_[0] : lysPlnt_[static_cast<std::size_t>(p)];
+    if (p == 0) return bhavMid_[0];
+    // The Lagna and the ayanamsha stand at once; the Sun alone is read by
+    // itself, as the searches of sunrise ask for nothing else.
+    if (bodiesPending_ && p != 13) {
+        if (p == 1) return PendingSun();
+        EnsureBodies();
+    }
+    return lysPlnt_[static_cast<std::size_t>(p)];
 }
 
 void clsPlanets::PlanetLongi(int p, double value)
 {
     CheckIndex(p, 0, 26);
-    if (p == 0) bhavMid_[0] = value;
-    else lysPlnt_[static_cast<std::size_t>(p)] = value;
+    if (p == 0) {
+        bhavMid_[0] = value;
+        return;
+    }
+    EnsureBodies();
+    lysPlnt_[static_cast<std::size_t>(p)] = value;
 }
 
 double clsPlanets::BhavMid(int i) const
@@ -386,6 +515,7 @@ double clsPlanets::BhavBegin(int i) const
 double clsPlanets::KPHouse(int i) const
 {
     CheckIndex(i, 0, 13);
+    EnsureBodies();
     return kpHouse_[static_cast<std::size_t>(i)];
 }
 
@@ -395,7 +525,10 @@ std::string clsPlanets::BhavBeginName(int i) { return ConvertToDegNoVal(BhavBegi
 double clsPlanets::PlanetSpeed(int p)
 {
     CheckIndex(p, 0, 13);
-    if (p != 0) return lysPlnt_[static_cast<std::size_t>(p + 13)] - lysPlnt_[static_cast<std::size_t>(p)];
+    if (p != 0) {
+        EnsureBodies();
+        return lysPlnt_[static_cast<std::size_t>(p + 13)] - lysPlnt_[static_cast<std::size_t>(p)];
+    }
     // The Lagna from a scratch chart moved by AddMinutes(60).
     clsPlanets scratch;
     CopySettingTo(scratch);

@@ -42,6 +42,7 @@ constexpr int kWeekDayLords[7] = {1, 7, 4, 2, 5, 3, 6};
 
 void clsPlanets::ComputeMoonNumbers()
 {
+    EnsureBodies();
     const double S = lysPlnt_[1];
     const double M = lysPlnt_[7];
 
@@ -73,7 +74,7 @@ void clsPlanets::ComputeMoonNumbers()
 
 std::string clsPlanets::TithiName()
 {
-    Variant t = tithi_;
+    Variant t = Tithi();
     return GetTithiName(t);
 }
 
@@ -154,7 +155,7 @@ int clsPlanets::GetTaraNum(int a, int b)
 // ---------------------------------------------------------------------------
 // Yoga
 
-std::string clsPlanets::YogaName() { return GetTextBetween("CNVT", yoga_, "Yoga").ToText(); }
+std::string clsPlanets::YogaName() { return GetTextBetween("CNVT", YogaNumber(), "Yoga").ToText(); }
 
 Variant clsPlanets::FindYoga(const Variant& n) { return GetHeadValue(1, n, "Yoga"); }
 

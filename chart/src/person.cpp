@@ -48,13 +48,19 @@ void clsPerson::GMTDIFF(const Variant& v) { gmtDiff_ = v.ToText(); }
 void clsPerson::TimeCorr(const Variant& v) { timeCorr_ = v.ToText(); }
 void clsPerson::TimeCorrInde(const Variant& v) { timeCorrInde_ = v.ToLong(); }
 
-DateTime clsPerson::GetBirthDate() const
+// The record's date as its text reads day-first. A real date of a
+// four-digit year reads as itself; anything else goes through the text,
+// which also words the fault of an impossible date.
+DateTime clsPerson::DateOfRecord() const
 {
-    DateTime d = DateTime::ParseDayFirst(Day() + "/" + Month() + "/" + Year());
-    return d.AddHours(hour_).AddMinutes(minutes_);
+    if (year_ >= 1000 && year_ <= 9999 && DateTime::IsValidDate(year_, month_, day_))
+        return DateTime::FromParts(year_, month_, day_);
+    return DateTime::ParseDayFirst(Day() + "/" + Month() + "/" + Year());
 }
 
-int clsPerson::WeekDayOfBirth() const { return DateTime::ParseDayFirst(Day() + "/" + Month() + "/" + Year()).WeekDay(); }
+DateTime clsPerson::GetBirthDate() const { return DateOfRecord().AddHours(hour_).AddMinutes(minutes_); }
+
+int clsPerson::WeekDayOfBirth() const { return DateOfRecord().WeekDay(); }
 
 std::string clsPerson::GetBirthTime() const { return vb::Format(hour_, "00") + "." + vb::Format(minutes_, "00"); }
 

@@ -80,6 +80,7 @@ bool clsPlanets::RetroGrade(int p) const
 {
     CheckIndex(p, 0, 13);
     if (p == 13) return false;
+    if (p != 0) EnsureBodies();
     // The table against itself an hour later, with no allowance for the wrap
     // at 0 Aries. Slot 0 is never written, so the Lagna compares 0 with the
     // ayanamsha.

@@ -85,6 +85,33 @@ void clsPlanets::VargaRowOf(double L)
 
 void clsPlanets::FillVargaTable()
 {
+    EnsureBodies();
+    if (!skipped_.empty() && !ReplayRows()) {
+        // Calculations whose bodies were never read came between, and the
+        // row they would have left is not at hand. It matters only where a
+        // rule keeps an entry as it stood: fill once from the row as it
+        // is and once from a row of nothing any rule writes; where both
+        // agree the history made no difference.
+        FillRows();
+        const auto table = vargaTable_;
+        const auto row = vargaRow_;
+        vargaRow_.fill(99);
+        FillRows();
+        if (vargaTable_ == table) {
+            if (vargaRow_ == row) skipped_.clear();
+            else skipped_.push_back(pending_);  // the row still owes its past
+            vargaRow_ = row;
+            return;
+        }
+    }
+    // It did (or it is asked to): the skipped rows are worked out in their
+    // order first.
+    if (!skipped_.empty()) ReplaySkippedRows();
+    FillRows();
+}
+
+void clsPlanets::FillRows()
+{
     VargaRowOf(BhavMid(0));
     for (std::size_t v = 1; v <= 17; ++v) vargaTable_[0][v] = vargaRow_[v];
     for (int p = 1; p <= 12; ++p) {
@@ -97,6 +124,7 @@ int clsPlanets::PrediVarga(int p, int v) const
 {
     CheckIndex(p, 0, 13);
     CheckIndex(v, 0, 17);
+    EnsureBodies();
     return vargaTable_[static_cast<std::size_t>(p)][static_cast<std::size_t>(v)];
 }
 

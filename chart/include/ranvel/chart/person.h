@@ -139,6 +139,7 @@ public:
     bool FindPerson(const std::string& name);
 
 private:
+    DateTime DateOfRecord() const;
     void LoadPerson(const Recordset& rs);
     void StorePerson(Recordset& rs) const;
     Recordset& Rows() const;

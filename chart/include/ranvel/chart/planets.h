@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "ranvel/chart/person.h"
 #include "ranvel/platform/database.h"
@@ -33,7 +34,17 @@ public:
 
     // ===== Chart computation (planets.cpp, calculate.cpp) =====
     // The one operation that does astronomy; see calculate.cpp for its steps.
+    // The record's arithmetic, the ayanamsha and the houses (the Lagna) are
+    // worked out at once; the bodies are read from the ephemeris when one of
+    // them, or anything made of them, is first asked for. Every value read
+    // is the one a full calculation gives.
     void Calculate();
+    // For tests only: false reads every body at each Calculate, in the
+    // order of work the chart has always had; replayRows works out the
+    // divisional rows of unread calculations whenever some are owed, not
+    // only where a kept entry needs them.
+    static void SetLazyBodies(bool lazy, bool replayRows = false);
+    static bool ReplayRows();
 
     // The planet table, 0 to 26: p 0 reaches BhavMid(0), the Lagna.
     double PlanetLongi(int p) const;
@@ -90,7 +101,11 @@ public:
     void FillVargaTable();
 
     // ===== Panchanga (panchanga.cpp) =====
-    int Tithi() const { return tithi_; }
+    int Tithi() const
+    {
+        EnsureBodies();
+        return tithi_;
+    }
     std::string TithiName();
     // t is a number as text; a value with a fraction is raised to Int + 1,
     // in place.
@@ -101,14 +116,22 @@ public:
     int Nakshatra() const;
     static int NakshatraNum(double lon);
     int NakOf(int p) const;
-    double NakPada() const { return pada_; }
-    double Pada() const { return pada_; }
+    double NakPada() const
+    {
+        EnsureBodies();
+        return pada_;
+    }
+    double Pada() const { return NakPada(); }
     static int NakPadaNum(double lon);
     // n a number, or a longitude when it has a fraction (turned into a
     // nakshatra number in place).
     std::string GetNakshatraName(Variant& n);
     std::string GetNakLordName(int n);
-    int YogaNumber() const { return yoga_; }
+    int YogaNumber() const
+    {
+        EnsureBodies();
+        return yoga_;
+    }
     std::string YogaName();
     Variant FindYoga(const Variant& n);
     std::string ConvertYoga(Variant& n);
@@ -300,6 +323,39 @@ public:
 
 private:
     // calculate.cpp
+    // A moment of the record: date and clock.
+    struct Moment {
+        int year = 0, month = 0, day = 0, hour = 0, minutes = 0;
+        double Hours() const { return hour + minutes / 60.0; }
+    };
+    Moment RecordMoment();
+    static double JulianDayAt(const Moment& m, double extraHours = 0);
+    // What a Calculate leaves for the bodies to be read later: the moment
+    // in Greenwich time, the record's local moment, the ayanamsha to take
+    // off, and the Lagna of the divisional row.
+    struct PendingBodies {
+        Moment greenwich, local;
+        double ayanamsha = 0;
+        bool subtract = false;
+        double lagna = 0;
+        int rahuKetuMode = 1;
+        double latitude = 0, longitude = 0;  // of the houses, signed
+    };
+    // Reads the bodies of the pending calculation, if any, and completes
+    // the tables made of them.
+    void EnsureBodies() const;
+    void ReadBodies();
+    // The Sun of the pending calculation alone.
+    double PendingSun() const;
+    // The twelve bodies at a moment, in the ephemeris's order, into the
+    // planet table's entries from base.
+    static void ReadBodiesAt(double J, std::size_t base, int rahuKetuMode, std::array<double, 27>& table);
+    // The divisional rows as they have always been filled, into the table.
+    void FillRows();
+    // The divisional rows of the calculations that were never read: they
+    // carry over into the next row only where a rule keeps an entry.
+    void ReplaySkippedRows();
+    void RowsOf(const PendingBodies& m);
     void ReadPlanets();
     void ReadPlanetsNextHour();
     void ApplyAyanamsha();
@@ -325,30 +381,39 @@ private:
     std::shared_ptr<Database> recosDB_;
 
     // Filled by Calculate.
-    std::array<double, 27> lysPlnt_{};   // 1 to 26; 0 is never written
+    // The bodies' tables are completed on first read (EnsureBodies), so
+    // they change under const readers.
+    mutable std::array<double, 27> lysPlnt_{};  // 1 to 26; 0 is never written
     std::array<double, 13> bhavMid_{};
     std::array<double, 13> bhavBegin_{};
-    std::array<double, 14> kpHouse_{};
-    std::array<double, 14> cusps_{};     // swe_houses output, then tropical middles
-    std::array<double, 10> ascmc_{};     // swe_houses second output, read by nothing
+    mutable std::array<double, 14> kpHouse_{};
+    mutable std::array<double, 14> cusps_{};  // swe_houses output, then tropical middles
+    mutable std::array<double, 10> ascmc_{};  // swe_houses second output, read by nothing
+    mutable bool bodiesPending_ = false;
+    mutable PendingBodies pending_;
+    mutable std::optional<double> pendingSun_;
+    // Calculations whose bodies were never read, since the divisional row
+    // was last known, and the row then.
+    mutable std::vector<PendingBodies> skipped_;
+    mutable std::array<std::int16_t, 18> knownRow_{};
     double centuries_ = 0;                // T
     double dayNumber_ = 0;                // N
     double dayFraction_ = 0;              // (GMT hours - 12) / 24
     double obliq_ = 0;
     double sidrealTime_ = 0;
-    int tithi_ = 0;
-    int nakIndex_ = 0;
-    int yoga_ = 0;
-    double pada_ = 0;
-    int moonSignIndex_ = 0;
+    mutable int tithi_ = 0;
+    mutable int nakIndex_ = 0;
+    mutable int yoga_ = 0;
+    mutable double pada_ = 0;
+    mutable int moonSignIndex_ = 0;
 
     // Kept across Calculate.
     std::array<int, 14> signMemo_{};  // 0 means not yet computed
     int rahuKetuMode_ = 1;
     std::optional<int> calcModmanglik_;  // read from the settings on first use
     std::optional<int> calcModVarna_;
-    std::array<std::array<std::int16_t, 18>, 14> vargaTable_{};
-    std::array<std::int16_t, 18> vargaRow_{};  // scratch row, 1 to 17, kept between points
+    mutable std::array<std::array<std::int16_t, 18>, 14> vargaTable_{};
+    mutable std::array<std::int16_t, 18> vargaRow_{};  // scratch row, 1 to 17, kept between points
 
     // Kept across Calculate: sunrise, sunset, night span (0 = not yet).
     double sunRise_ = 0;

@@ -1,0 +1,165 @@
+// A chart reads its bodies from the ephemeris only when one is asked for.
+// Whatever a caller reads must be, to the last bit, what the chart gave
+// when it read every body at every Calculate: the charts themselves, the
+// time searches and sunrise built on them, and whole searches of the
+// engine.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+
+#include "engine/engine_fixture.h"
+#include "ranvel/engine/gochara.h"
+#include "ranvel/platform/vbmath.h"
+
+namespace ranvel::test {
+namespace {
+
+// The bits of a double, so that equality means the same number to the
+// last bit (and a NaN equals itself).
+std::uint64_t Bits(double x)
+{
+    std::uint64_t b;
+    std::memcpy(&b, &x, sizeof b);
+    return b;
+}
+
+// Every number a chart answers with, in one list.
+std::vector<std::uint64_t> Everything(clsPlanets& c)
+{
+    std::vector<std::uint64_t> v;
+    for (int p = 0; p <= 26; ++p) v.push_back(Bits(c.PlanetLongi(p)));
+    for (int i = 0; i <= 12; ++i) v.push_back(Bits(c.BhavMid(i)));
+    for (int i = 0; i <= 12; ++i) v.push_back(Bits(c.BhavBegin(i)));
+    for (int i = 0; i <= 13; ++i) v.push_back(Bits(c.KPHouse(i)));
+    v.push_back(Bits(c.SidrealTime()));
+    v.push_back(Bits(c.Obliq()));
+    v.push_back(Bits(c.NakPada()));
+    v.push_back(static_cast<std::uint64_t>(c.Tithi()));
+    v.push_back(static_cast<std::uint64_t>(c.YogaNumber()));
+    for (int p = 0; p <= 12; ++p)
+        for (int d = 1; d <= 17; ++d) v.push_back(static_cast<std::uint64_t>(c.PrediVarga(p, d)));
+    for (int p = 0; p <= 12; ++p) v.push_back(static_cast<std::uint64_t>(c.PlanetSign(p)));
+    for (int p = 1; p <= 12; ++p) v.push_back(c.RetroGrade(p));
+    v.push_back(c.RetroGrade(0));
+    return v;
+}
+
+class LazyBodies : public EngineTest {
+protected:
+    void TearDown() override
+    {
+        clsPlanets::SetLazyBodies(true);
+        EngineTest::TearDown();
+    }
+    // Runs the same work with the bodies read at once and when asked for.
+    template <typename Work>
+    void Both(Work&& work)
+    {
+        clsPlanets::SetLazyBodies(false);
+        auto eager = work();
+        clsPlanets::SetLazyBodies(true);
+        auto lazy = work();
+        clsPlanets::SetLazyBodies(true, true);
+        auto replayed = work();
+        EXPECT_EQ(eager, lazy);
+        EXPECT_EQ(eager, replayed);
+    }
+};
+
+TEST_F(LazyBodies, ChartsSunTimesAndSearchesAnswerAlikeUnderEveryAyanamsha)
+{
+    std::mt19937 random(20241123);
+    std::uniform_int_distribution<int> day(1, 28), month(1, 12), year(1950, 2040), hour(0, 23), minute(0, 59);
+    store.Set("Init", "CustAyan", "23.51");
+    for (int ayan = 1; ayan <= 15; ++ayan) {
+        store.Set("Init", "AyanType", std::to_string(ayan));
+        for (int sample = 0; sample < 3; ++sample) {
+            const int d = day(random), m = month(random), y = year(random), h = hour(random), mi = minute(random);
+            Both([&] {
+                clsPlanets c;
+                AtDelhi(c.clsPerson(), d, m, y, h, mi);
+                c.Calculate();
+                std::vector<std::uint64_t> v = Everything(c);
+                v.push_back(Bits(c.SunRiseTime()));
+                v.push_back(Bits(c.SunSetTime()));
+                v.push_back(Bits(c.NightDuration()));
+                // A second moment on the same chart: the memos keep their
+                // first values, the rest follows the moment.
+                c.clsPerson().AddMinutes(600);
+                c.Calculate();
+                for (std::uint64_t x : Everything(c)) v.push_back(x);
+                v.push_back(Bits(c.SunRiseTime()));
+                // Each point's search from the moment.
+                for (int p = 0; p <= 12; ++p) {
+                    clsGochara search;
+                    const double target = std::fmod(c.PlanetLongi(p) + 7.5, 360.0);
+                    auto found = search.Gochara(p, target, 20, c);
+                    v.push_back(Bits(found->PlanetLongi(p)));
+                    v.push_back(static_cast<std::uint64_t>(found->clsPerson().GetBirthDate().ToIsoText().size()));
+                    for (char ch : found->clsPerson().GetBirthDate().ToIsoText()) v.push_back(static_cast<unsigned char>(ch));
+                }
+                return v;
+            });
+        }
+    }
+}
+
+// A chart calculated over and over with nothing read in between, then
+// read: its divisional rows carry over what the unread calculations left.
+TEST_F(LazyBodies, UnreadCalculationsLeaveTheRowsTheyWouldHave)
+{
+    Both([&] {
+        clsPlanets c;
+        AtDelhi(c.clsPerson(), 1, 1, 2024, 0, 0);
+        std::vector<std::uint64_t> v;
+        for (int round = 0; round < 100; ++round) {
+            for (int unread = 0; unread < round % 5; ++unread) {
+                c.clsPerson().AddMinutes(37);
+                c.Calculate();
+                (void)c.PlanetLongi(0);  // the Lagna alone reads no body
+                (void)c.PlanetLongi(1);  // nor the Sun
+            }
+            c.clsPerson().AddMinutes(211);
+            c.Calculate();
+            for (int p = 0; p <= 12; ++p)
+                for (int d = 1; d <= 17; ++d) v.push_back(static_cast<std::uint64_t>(c.PrediVarga(p, d)));
+        }
+        return v;
+    });
+}
+
+TEST_F(LazyBodies, SearchesOfAMonthAndAYearWithEveryCodeFindTheSame)
+{
+    AddMuhurtha("ALL", "All", "Journey",
+                "T:2,N:4,D:2,D2:3,L:2,L2:5,M12,TG,M:1,KP:5,SP:7,RIKTABAD,UTTARAYAN,RAHUKAAL,DP,TP,PH,SD,SSD,DP2,TP2,"
+                "MN:2,BHADRA,BHADRABAD,MDIR,YOGNIV,DISHASHULA,VISHDAY,VISHTITHI,JUPVENCOMBUST,LAGNASHUDDHI,VEDHANAK,"
+                "LATTADOSHA,PAATDOSHA,KRANTISAMYA,YUTIDOSHA,JAMITRADOSHA,EKARGALADOSHA,UPAGRAHADOSHA,TITHIDAGDHADOSHA,"
+                "EARTHSLEEPING,HARISHAYAN,KHARMAAS,BOYSURYA,GIRLGURU,BOYMOON,GIRLMOON",
+                "T,N,D,RIKTABAD,RAHUKAAL,PH,VISHDAY,VISHTITHI,LAGNASHUDDHI");
+    for (int months : {1, 12}) {
+        Both([&] {
+            auto place = std::make_shared<clsPlanets>();
+            AtDelhi(place->clsPerson(), 1, 1, 2024, 0, 0);
+            place->Calculate();
+            PersonChart() = std::make_shared<clsPlanets>();
+            AtDelhi(PersonChart()->clsPerson(), 2, 9, 1990, 7, 5);
+            PersonChart()->Calculate();
+            clsMuhurtha e(db);
+            const DateTime to = months == 1 ? DateTime::FromParts(2024, 1, 31) : DateTime::FromParts(2024, 12, 31);
+            e.CheckMuhurtha("All", "Journey", DateTime::FromParts(2024, 1, 1), to, 5.0, 21.0, *place);
+            std::vector<std::string> out;
+            for (const MomentResult& r : e.Results)
+                out.push_back(r.Date.ToIsoText() + " " + r.Time + " " + vb::CStr(r.Score) + " " + r.FructElems);
+            out.push_back(e.BestMuhuTime() + " " + e.BestMuhuDate().ToIsoText() + " " + e.BestMuhuScore() + " " +
+                          e.BestMuhuFructElems() + " " + vb::CStr(e.BestMuhuPercent()));
+            for (auto* lagna : {e.LagnaStartChart.get(), e.LagnaEndChart.get()})
+                out.push_back(lagna->clsPerson().GetBirthDate().ToIsoText() + " " + vb::CStr(lagna->PlanetLongi(0)));
+            for (std::uint64_t x : Everything(*e.BestChart)) out.push_back(std::to_string(x));
+            return out;
+        });
+    }
+}
+
+}  // namespace
+}  // namespace ranvel::test
