@@ -179,6 +179,12 @@ bool frmEmail::Send()
         MsgBox(error, MsgButtons::OK, "Error Sending Mail", MsgIcon::Critical);
         return false;
     }
+    // A mail program that was handed the message sends it later, and reads
+    // the attachment then: the zip stays for it.
+    if (!Mailer().Delivers()) {
+        Status("The message is ready in your mail program.");
+        return true;
+    }
     std::error_code ec;
     fs::remove(zip, ec);
     fs::remove(folder, ec);

@@ -316,6 +316,7 @@ void mdiMother::ClearTopics()
     }
     topics_.clear();
     busy_ = false;
+    UpdateOutputCommands();
     Action("mnuNavPrev")->setEnabled(false);
     Action("mnuNavNext")->setEnabled(false);
     Action("Previous")->setEnabled(false);
@@ -340,6 +341,16 @@ void mdiMother::AddTopic(const QString& text, const QString& key, QWidget* page)
     connect(jump, &QAction::triggered, this, [this, index] { SelectTopic(index); });
     navEntries_.push_back(jump);
     busy_ = false;
+    UpdateOutputCommands();
+}
+
+void mdiMother::UpdateOutputCommands()
+{
+    // Print, export and mail have a report only after a generation.
+    const bool report = TopicCount() > 0;
+    for (const char* name : {"mnuFilePrintTopic", "mnuPrint", "mnuFileExportPDF", "mnuFileMailPDF", "PrintTopic",
+                             "Print", "PDFExport", "PDFEmail"})
+        if (QAction* a = Action(name)) a->setEnabled(report);
 }
 
 int mdiMother::CurrentTopic() const { return cmbTopic_->currentIndex(); }

@@ -41,6 +41,8 @@ bool mdiMother::GetPDFFile()
 
 bool mdiMother::ExportPDF()
 {
+    // Before a generation there is no report to export.
+    if (TopicCount() == 0) return false;
     if (!GetPDFFile()) return false;
     clsPDFExporter& exporter = PDFExporter();
     if (!exporter.StartExport()) {

@@ -53,6 +53,8 @@ public:
         return !fail;
     }
     std::string Description() const override { return "kept"; }
+    bool hands = false;
+    bool Delivers() const override { return !hands; }
 };
 
 class Mail : public AppTest {
@@ -134,6 +136,13 @@ TEST_F(Mail, ASentMailTakesItsFolderAlongAndAFailedOneLeavesIt)
     ASSERT_EQ(entries.size(), 1u);
     EXPECT_EQ(entries[0].bytes, Slurp(report));
 
+    // A mail program handed the message reads the attachment later: the
+    // zip stays for it.
+    kept.hands = true;
+    EXPECT_TRUE(Dialog("astro@example.com")->Send());
+    EXPECT_TRUE(fs::exists(fs::path(MailTempFolder()) / "MUHURTA.ZIP"));
+    kept.hands = false;
+
     kept.fail = true;
     EXPECT_FALSE(Dialog("astro@example.com")->Send());
     EXPECT_EQ(messages.Messages().back().title, "Error Sending Mail");
@@ -206,7 +215,9 @@ TEST_F(Mail, TheSavedPasswordIsTheOwnersAlone)
     struct stat st {};
     ASSERT_EQ(::stat(MailSettingsPath().c_str(), &st), 0);
     EXPECT_EQ(st.st_mode & 0777, 0600u);
-    EXPECT_EQ(LoadMailServer().password, "");  // not kept unless asked
+    // Not written unless asked; it serves this run all the same.
+    EXPECT_EQ(Slurp(MailSettingsPath()).find("secret"), std::string::npos);
+    EXPECT_EQ(LoadMailServer().password, "secret");
     s.savePassword = true;
     ASSERT_TRUE(SaveMailServer(s, error));
     EXPECT_EQ(LoadMailServer().password, "secret");

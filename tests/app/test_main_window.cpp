@@ -49,7 +49,13 @@ TEST_F(MainWindowTest, ListTreeAndBottomBarMoveTogether)
     auto* list = main->findChild<QComboBox*>("cmbTopic");
     auto* tree = main->findChild<QTreeWidget*>("tvMap");
     auto* bar = main->findChild<QTabBar*>("bBar");
+    // Nothing to print, export or mail before a result.
+    EXPECT_FALSE(Enabled("mnuPrint"));
+    EXPECT_FALSE(Enabled("PDFExport"));
+    EXPECT_TRUE(Enabled("mnuPrintSetup"));
     ThreeTopics();
+    EXPECT_TRUE(Enabled("mnuFileMailPDF"));
+    EXPECT_TRUE(Enabled("PrintTopic"));
     EXPECT_EQ(list->count(), 3);
     EXPECT_EQ(tree->topLevelItemCount(), 3);
     EXPECT_EQ(bar->count(), 3);
@@ -88,6 +94,7 @@ TEST_F(MainWindowTest, ListTreeAndBottomBarMoveTogether)
     EXPECT_EQ(tree->topLevelItemCount(), 0);
     EXPECT_EQ(bar->count(), 0);
     EXPECT_EQ(main->findChild<QAction*>("mnuMuhuNav(0)"), nullptr);
+    EXPECT_FALSE(Enabled("mnuFileExportPDF"));
     EXPECT_TRUE(main->EntryForm()->isVisibleTo(main));
 }
 

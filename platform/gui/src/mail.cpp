@@ -24,6 +24,13 @@ MailTransport* g_mailer = nullptr;
 
 const char* const kSection = "MailServer";
 
+// A password the user chose not to keep: it serves until the program ends.
+std::string& SessionPassword()
+{
+    static std::string password;
+    return password;
+}
+
 // Mail lines end in CR LF.
 std::string CrLf(const std::string& text)
 {
@@ -164,12 +171,14 @@ MailServer LoadMailServer()
     s.password = get("Password", "");
     s.from = get("From", "");
     s.savePassword = !s.password.empty();
+    if (s.password.empty()) s.password = SessionPassword();
     return s;
 }
 
 bool SaveMailServer(const MailServer& server, std::string& error)
 {
     const std::string path = MailSettingsPath();
+    SessionPassword() = server.savePassword ? std::string() : server.password;
     std::error_code ec;
     fs::create_directories(fs::path(path).parent_path(), ec);
     std::string text = std::string("[") + kSection + "]\n";

@@ -87,6 +87,7 @@ private:
     void BuildToolbar();
     void TopicChanged(int index);
     void SetSideListVisible(bool visible);
+    void UpdateOutputCommands();
     void SaveViewState();
 
     frmLogin* entry_ = nullptr;

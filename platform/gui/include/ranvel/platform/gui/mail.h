@@ -24,6 +24,9 @@ public:
     virtual bool Send(const MailMessage& message, std::string& error) = 0;
     // How the message leaves, in the user's words.
     virtual std::string Description() const = 0;
+    // True when Send delivers the message; false when it hands it to a
+    // program that sends it later, which still needs the attachment.
+    virtual bool Delivers() const { return true; }
 };
 
 // The desktop's mail program, through xdg-email.
@@ -31,6 +34,7 @@ class DesktopMailClient : public MailTransport {
 public:
     bool Send(const MailMessage& message, std::string& error) override;
     std::string Description() const override;
+    bool Delivers() const override { return false; }
 };
 
 // A mail server of the user's. Security: "starttls" asks the server to
@@ -59,7 +63,8 @@ private:
 
 // The server settings of the user: ~/.config/Ranvel/mail.ini (or under
 // $XDG_CONFIG_HOME), a file only its owner can read, since it may hold the
-// password. Without savePassword the password is not written.
+// password. Without savePassword the password is not written: it is kept
+// for this run of the program alone.
 std::string MailSettingsPath();
 MailServer LoadMailServer();
 bool SaveMailServer(const MailServer& server, std::string& error);
