@@ -1099,6 +1099,19 @@ void frmLogin::LoadPerson(const std::string& name, const std::string& block)
     d_->filling = was;
 }
 
+namespace {
+// Puts the person browser on the stored person of that name (its fields
+// loaded); false when there is none.
+bool MoveToPerson(clsPerson& p, const std::string& name)
+{
+    for (long i = 0; i < p.RecordCount(); ++i) {
+        p.MoveTo(i);
+        if (vb::EqualsNoCase(p.Name(), name)) return true;
+    }
+    return false;
+}
+}  // namespace
+
 void frmLogin::SavePerson()
 {
     const RequestPerson fields = d_->Gather(d_->person);
@@ -1111,11 +1124,7 @@ void frmLogin::SavePerson()
         clsPerson p;
         p.SetDB(RecosDB());
         // A person of that name is written over; any other is added.
-        bool found = false;
-        for (long i = 0; i < p.RecordCount() && !found; ++i) {
-            p.MoveTo(i);
-            found = vb::EqualsNoCase(p.Name(), fields.Name);
-        }
+        const bool found = MoveToPerson(p, fields.Name);
         FillPersonRecord(p, fields);
         p.seconds(0);
         if (found) p.Save();
@@ -1135,12 +1144,7 @@ void frmLogin::DeletePerson()
     try {
         clsPerson p;
         p.SetDB(RecosDB());
-        bool found = false;
-        for (long i = 0; i < p.RecordCount() && !found; ++i) {
-            p.MoveTo(i);
-            found = vb::EqualsNoCase(p.Name(), name);
-        }
-        if (!found) {
+        if (!MoveToPerson(p, name)) {
             MsgBox("'" + name + "' is not in the database.", MsgButtons::OK, AppTitle(), MsgIcon::Information);
             return;
         }

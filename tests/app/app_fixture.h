@@ -13,7 +13,9 @@
 #include <string>
 
 #include "data/data_tree.h"
+#include "ranvel/app/startup.h"
 #include "ranvel/data/datafiles.h"
+#include "ranvel/data/themes.h"
 #include "ranvel/engine/request.h"
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/gui/dialogs.h"
@@ -106,6 +108,16 @@ protected:
         RecosDB().reset();
         TextDB().reset();
         SetAppDir("");
+    }
+
+    // What the result pages need before they are built, as the start and
+    // the request form give it: the language, the colours, the fonts.
+    static void PrepareResultPages()
+    {
+        LanguageList languages;
+        languages.Fill();
+        LoadActiveColors();
+        EXPECT_TRUE(CheckFonts().empty());
     }
 
     // A control of a window by its name; a missing one fails the test.

@@ -58,10 +58,7 @@ protected:
     void SetUp() override
     {
         AppTest::SetUp();
-        LanguageList languages;
-        languages.Fill();
-        LoadActiveColors();
-        CheckFonts();  // the program's own faces, as start-up registers them
+        PrepareResultPages();
     }
     // A search through the command line, with its own arguments after it.
     void Search(const std::string& fields, std::vector<std::string> more = {})

@@ -98,10 +98,7 @@ protected:
     void SetUp() override
     {
         AppTest::SetUp();
-        LanguageList languages;
-        languages.Fill();
-        LoadActiveColors();
-        EXPECT_TRUE(CheckFonts().empty());  // the mark's face
+        PrepareResultPages();
         MuhurthaRequest r;
         r.Category = "Marriage", r.MuhuName = "Marriage ceremony (Vivaha)", r.SearchMode = 1;
         r.MomentDate = r.FromDate = "01/11/2024";

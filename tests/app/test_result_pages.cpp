@@ -66,9 +66,7 @@ protected:
     void SetUp() override
     {
         AppTest::SetUp();
-        LanguageList languages;
-        languages.Fill();
-        LoadActiveColors();
+        PrepareResultPages();
     }
     void Generate(MuhurthaRequest& r)
     {
