@@ -19,6 +19,7 @@
 #include "ranvel/app/frmCalcOptions.h"
 #include "ranvel/app/frmColorEnv.h"
 #include "ranvel/app/frmEditLongLat.h"
+#include "ranvel/app/frmEmail.h"
 #include "ranvel/app/frmFontsError.h"
 #include "ranvel/app/frmKunEdit.h"
 #include "ranvel/app/frmLogin.h"
@@ -159,6 +160,8 @@ int main(int argc, char** argv)
     Dialog<frmAbout>("about", [main] { return new frmAbout(main); });
     Dialog<frmFontsError>("fonts-error", [main] { return new frmFontsError({"Ranvel Bangla", "Astro 571"}, main); });
     Dialog<frmPrint>("print", [main] { return new frmPrint(1, main); });
+    Dialog<frmEmail>("email", [main] { return new frmEmail("report.PDF", main); });
+    Dialog<frmMailServer>("mail-server", [main] { return new frmMailServer(main); });
     Dialog<frmCalcOptions>("calc-options", [main] { return new frmCalcOptions(main); });
     Dialog<frmKunEdit>("kundli-style", [main] { return new frmKunEdit(main); });
     // As it opens, then with each theme of the list selected.
