@@ -8,8 +8,6 @@
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QStackedWidget>
 #include <QTextEdit>
 #include <QTreeWidget>
 #include <filesystem>
@@ -76,13 +74,9 @@ template <typename T>
 T* ResultForm()
 {
     mdiMother* main = MainWindow();
-    auto* pages = main ? main->findChild<QStackedWidget*>("pages") : nullptr;
-    if (!pages) return nullptr;
-    for (int i = 0; i < pages->count(); ++i) {
-        QWidget* page = pages->widget(i);
-        if (auto* scroll = qobject_cast<QScrollArea*>(page)) page = scroll->widget();
-        if (auto* form = qobject_cast<T*>(page)) return form;
-    }
+    if (!main) return nullptr;
+    for (int i = 0; i < main->TopicCount(); ++i)
+        if (auto* form = qobject_cast<T*>(main->TopicForm(i))) return form;
     return nullptr;
 }
 

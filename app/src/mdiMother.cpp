@@ -385,10 +385,18 @@ void mdiMother::ShowTopic(int index)
     if (index < 0 || index >= TopicCount()) return;
     const Topic& t = topics_[static_cast<std::size_t>(index)];
     // The result pages are built anew each time they are shown.
-    QWidget* form = t.page->objectName().endsWith("Host") ? static_cast<QScrollArea*>(t.page)->widget() : t.page;
+    QWidget* form = TopicForm(index);
     if (form->metaObject()->indexOfMethod("Load()") >= 0) QMetaObject::invokeMethod(form, "Load");
     pages_->setCurrentWidget(t.page);
     setWindowTitle(Q(AppTitle()) + "-" + t.text);
+}
+
+QWidget* mdiMother::TopicForm(int index) const
+{
+    if (index < 0 || index >= TopicCount()) return nullptr;
+    QWidget* page = topics_[static_cast<std::size_t>(index)].page;
+    if (auto* paper = qobject_cast<QScrollArea*>(page)) return paper->widget();
+    return page;
 }
 
 void mdiMother::OpenResultPages()

@@ -1,6 +1,4 @@
 // The PDF commands of the main window.
-#include <QScrollArea>
-#include <QStackedWidget>
 
 #include "ranvel/app/formkit.h"
 #include "ranvel/app/frmStatus.h"
@@ -60,9 +58,7 @@ bool mdiMother::ExportPDF()
         QWidget* ShowTopic(int index) override
         {
             w_.SelectTopic(index);
-            QWidget* page = w_.pages_->currentWidget();
-            auto* host = qobject_cast<QScrollArea*>(page);
-            return host && page->objectName().endsWith("Host") ? host->widget() : page;
+            return w_.TopicForm(index);
         }
 
     private:

@@ -1,8 +1,6 @@
 // The print commands of the main window.
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QScrollArea>
-#include <QStackedWidget>
 #include <QTextEdit>
 
 #include "ranvel/app/appinfo.h"
@@ -26,8 +24,7 @@ void mdiMother::PrintCurrentTopic()
 {
     const int index = CurrentTopic();
     if (index < 0 || index >= TopicCount()) return;
-    QWidget* page = pages_->currentWidget();
-    if (auto* scroll = qobject_cast<QScrollArea*>(page)) page = scroll->widget();
+    QWidget* page = TopicForm(index);
     PageCounter() = 0;
     PrintCancel() = false;
     try {

@@ -42,15 +42,6 @@ void LabelToPdf(PdfBox& pdf, const QLabel& label, const QRect& twips, double x, 
                 (label.alignment() & Qt::AlignVCenter) != 0);
 }
 
-// The name at the head of a text page: the person, or the couple.
-QString HeaderName()
-{
-    auto name = [](const std::shared_ptr<clsPlanets>& chart) { return chart ? chart->clsPerson().Name() : std::string(); };
-    if (Horomode() == 2) return Q(name(BoyChart()) + " and " + name(GirlChart()));
-    if (MarriageRequest()) return Q(name(BoyChart()) + " & " + name(GirlChart()));
-    return Q(name(PersonChart()));
-}
-
 }  // namespace
 
 int PdfUnits(double twips) { return static_cast<int>(twips / kTwipsPerUnit); }
@@ -206,7 +197,7 @@ void clsPDFExporter::PrintPageHeader()
     pdf_.FontItalic(false);
     pdf_.FontUnderline(false);
     pdf_.FontStrikethru(false);
-    pdf_.TextOut(PdfUnits(480), PdfUnits(1280), HeaderName());
+    pdf_.TextOut(PdfUnits(480), PdfUnits(1280), ReportHeaderName());
 
     if (PageCounter() == 0) PageCounter() = 1;
     pdf_.Circle(PdfUnits(5708), PdfUnits(1488), PdfUnits(1215 / 2.0));

@@ -14,21 +14,6 @@ namespace {
 // The text's margins on the page, in twips.
 constexpr double kMarginLeft = 2400, kMarginTop = 2400, kMarginRight = 2400, kMarginBottom = 2000;
 
-std::string NameOf(const std::shared_ptr<clsPlanets>& chart)
-{
-    return chart ? chart->clsPerson().Name() : std::string();
-}
-
-// Whose report it is: the person, or the couple of a marriage.
-QString HeaderName()
-{
-    std::string name;
-    if (Horomode() == 2) name = NameOf(BoyChart()) + " and " + NameOf(GirlChart());
-    else if (MarriageRequest()) name = NameOf(BoyChart()) + " & " + NameOf(GirlChart());
-    else name = NameOf(PersonChart());
-    return QString::fromStdString(name);
-}
-
 }  // namespace
 
 void PrintPageHeader(PrintSurface& printer)
@@ -43,7 +28,7 @@ void PrintPageHeader(PrintSurface& printer)
     f.setPointSize(11);
     printer.Font(f);
     printer.ForeColor(Qt::black);
-    printer.Print(HeaderName());
+    printer.Print(ReportHeaderName());
 
     if (PageCounter() == 0) PageCounter() = 1;
     printer.Circle(5708, 1488, 1215 / 2.0, printer.ForeColor());

@@ -8,6 +8,9 @@
 #include <QTextDocument>
 #include <QTextFrame>
 
+#include "ranvel/data/datafiles.h"
+#include "ranvel/engine/request_state.h"
+
 namespace ranvel {
 
 namespace {
@@ -30,6 +33,14 @@ QPrinter& ReportPrinter()
         });
     }
     return *g_printer;
+}
+
+QString ReportHeaderName()
+{
+    auto name = [](const std::shared_ptr<clsPlanets>& chart) { return chart ? chart->clsPerson().Name() : std::string(); };
+    if (Horomode() == 2) return QString::fromStdString(name(BoyChart()) + " and " + name(GirlChart()));
+    if (MarriageRequest()) return QString::fromStdString(name(BoyChart()) + " & " + name(GirlChart()));
+    return QString::fromStdString(name(PersonChart()));
 }
 
 int& PageCounter()

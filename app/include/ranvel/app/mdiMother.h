@@ -40,6 +40,8 @@ public:
     void SelectTopic(int index);
     // Brings the page of a topic to the front.
     void ShowTopic(int index);
+    // The page form a topic shows: the form itself, or the one on its paper.
+    QWidget* TopicForm(int index) const;
     // After a generation: the topics of the result and the first of them.
     void OpenResultPages();
 

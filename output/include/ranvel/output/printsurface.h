@@ -36,6 +36,9 @@ QPrinter& ReportPrinter();
 // start of a report), and the request to stop a job between pages.
 int& PageCounter();
 bool& PrintCancel();
+// The name at the head of a report's text pages, printed or exported: the
+// person, or the couple of a marriage.
+QString ReportHeaderName();
 
 class PrintSurface {
 public:
