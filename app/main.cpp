@@ -5,6 +5,6 @@
 
 int main(int argc, char** argv)
 {
-    QApplication app(argc, argv);
+    ranvel::RanvelApplication app(argc, argv);
     return ranvel::RunDesktop(app);
 }

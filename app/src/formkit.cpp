@@ -10,6 +10,7 @@
 #include <QRadioButton>
 
 #include "ranvel/app/appinfo.h"
+#include "ranvel/platform/gui/qstr.h"
 #include "ranvel/platform/sinks.h"
 
 namespace ranvel::ui {
@@ -109,6 +110,15 @@ QDateEdit* DatePicker(QWidget* parent, const char* name, Box at)
 }
 
 void ShowFault(const std::exception& e) { MsgBox(e.what(), MsgButtons::OK, AppTitle(), MsgIcon::Critical); }
+
+bool RefusedName(const std::string& name, const QString& what)
+{
+    if (name.find('\'') == std::string::npos) return false;
+    MsgBox("The " + S(what) + " name '" + name +
+               "' holds an apostrophe ('), which can't be stored. Please write the name without it.",
+           MsgButtons::OK, "Invalid Name", MsgIcon::Exclamation);
+    return true;
+}
 
 void Names(QLabel* label, QWidget* control)
 {

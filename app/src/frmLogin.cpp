@@ -23,11 +23,9 @@
 #include "ranvel/app/formkit.h"
 #include "ranvel/app/frmEditLongLat.h"
 #include "ranvel/app/frmStatus.h"
-#include "ranvel/app/mdiMother.h"
-#include "ranvel/chart/person.h"
-#include "ranvel/data/exchange.h"
+#include "ranvel/app/personstore.h"
+#include "ranvel/app/typeahead.h"
 #include "ranvel/data/messages.h"
-#include "ranvel/data/places.h"
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/gui/dialogs.h"
 #include "ranvel/platform/gui/qstr.h"
@@ -39,17 +37,6 @@ namespace ranvel {
 using ui::Box;
 
 namespace {
-
-// The blank masks of the fields.
-const QString kBlankDate = "00/00/0000";
-const QString kBlankTime = "00.00";
-const QString kBlankDegrees = "000:00";
-const QString kBlankZone = "+00.00";
-
-// What a field holds as the user sees it, blanks of a mask included: a
-// half-typed "1_.30" is not a time.
-std::string Text(const QLineEdit* e) { return S(e->displayText()); }
-std::string Text(const QComboBox* c) { return S(c->currentText()); }
 
 // Picture of a category button.
 QIcon CategoryIcon(const char* button)
@@ -75,42 +62,7 @@ QWidget* Page(QWidget* form, const char* name)
     return page;
 }
 
-std::string Pad(const std::string& digits, int width)
-{
-    std::string s = vb::Trim(digits);
-    while (static_cast<int>(s.size()) < width) s = "0" + s;
-    return s;
-}
-
-// "028.36" of the place store as the "000:00" of a field.
-QString DegreesField(const std::string& stored) { return Q(places::DegreesField(stored)); }
-
 }  // namespace
-
-// The place fields of one block: the request's place, the person's, the
-// boy's or the girl's.
-struct PlaceFields {
-    QComboBox* country = nullptr;
-    QComboBox* city = nullptr;
-    QLineEdit* lati = nullptr;
-    QLineEdit* longi = nullptr;
-    QLineEdit* ns = nullptr;
-    QLineEdit* ew = nullptr;
-    QLineEdit* gmt = nullptr;
-};
-
-// The fields of one person: the person page, the boy or the girl.
-struct PersonFields {
-    QComboBox* name = nullptr;
-    QRadioButton* male = nullptr;  // the person page alone has the choice
-    QRadioButton* female = nullptr;
-    QLineEdit* date = nullptr;
-    QLineEdit* time = nullptr;
-    QRadioButton* am = nullptr;
-    QRadioButton* pm = nullptr;
-    PlaceFields place;
-    int sex = 1;  // for the boy and the girl, who have no choice
-};
 
 struct frmLogin::Impl {
     frmLogin* form;
@@ -159,7 +111,8 @@ struct frmLogin::Impl {
     QHash<QObject*, QString> hints;
     std::shared_ptr<Database> muhu;
     LanguageList languages;
-    bool filling = false;  // lists being filled: their changes are not the user's
+    bool filling = false;  // the Muhurtha list being filled: its changes are not the user's
+    TypeAhead* typeAhead = nullptr;
 
     explicit Impl(frmLogin* f) : form(f) {}
 
@@ -178,25 +131,14 @@ struct frmLogin::Impl {
     void WatchTimeField(QLineEdit* field, QRadioButton* (&pair)[2]);
 
     // lists
-    void FillCountries(QComboBox* c);
-    void FillCities(QComboBox* c, const std::string& country);
-    void FillPersons(QComboBox* c);
     void FillAllPersonLists();
-
-    // type-ahead
-    void WirePlace(PlaceFields& f);
-    void WirePerson(PersonFields& f, const std::string& block);
-    void CountryTyped(PlaceFields& f, const QString& text);
-    void CountryChosen(PlaceFields& f, const QString& text);
-    void CityTyped(PlaceFields& f, const QString& text);
-    void CityChosen(PlaceFields& f, const QString& text, bool byCountryToo);
-    void PersonTyped(const QString& text);
-    void TakeCityRow(PlaceFields& f, Recordset& rs);
+    // The hemisphere letters of a place block.
+    void WireLetters(PlaceFields& f);
     void SetHintLine(const QString& text) { lblHint->setText(text); }
+    // The words of the step line and of the page 2 summary, after what is
+    // chosen now.
+    void SayWhatIsChosen();
 
-    // fields
-    RequestPerson Gather(const PersonFields& f) const;
-    RequestPlace Gather(const PlaceFields& f) const;
     bool TimeRefused(QLineEdit* field) const;
     QLineEdit* RefusedTimeField() const;
 };
@@ -269,10 +211,10 @@ void frmLogin::Impl::BuildPage1()
     tvMuhuList->setAccessibleName("Muhurtha");
     tvMuhuList->setWordWrap(true);
     connect(tvMuhuList, &QTreeWidget::currentItemChanged, form, [this](QTreeWidgetItem* item) {
-        if (!filling && item) form->request_.MuhuName = S(item->text(0));
+        if (!filling && item) form->SetMuhuName(S(item->text(0)));
     });
     connect(tvMuhuList, &QTreeWidget::itemDoubleClicked, form, [this](QTreeWidgetItem* item) {
-        form->request_.MuhuName = S(item->text(0));
+        form->SetMuhuName(S(item->text(0)));
         form->ShowRequestPage(2);
     });
 }
@@ -337,10 +279,7 @@ void frmLogin::Impl::WatchTimeField(QLineEdit* field, QRadioButton* (&pair)[2])
 {
     field->installEventFilter(form);
     // The option follows the text: under 12 is AM.
-    connect(field, &QLineEdit::textChanged, form, [field, &pair] {
-        const QSignalBlocker a(pair[0]), b(pair[1]);
-        (vb::Val(Text(field)) < 12 ? pair[0] : pair[1])->setChecked(true);
-    });
+    connect(field, &QLineEdit::textChanged, form, [field, &pair] { FollowHalf(field, pair); });
     for (int half = 0; half < 2; ++half) {
         connect(pair[half], &QRadioButton::clicked, form, [field, half] {
             const QString now = field->displayText();
@@ -415,6 +354,7 @@ void frmLogin::Impl::BuildPage2()
         framMuhuRange->hide();
         framMuhuTimeRange->hide();
         form->request_.SearchMode = 2;
+        SayWhatIsChosen();
     });
     connect(optMuhuRange, &QRadioButton::toggled, form, [this](bool on) {
         if (!on) return;
@@ -422,6 +362,7 @@ void frmLogin::Impl::BuildPage2()
         framMuhuRange->show();
         framMuhuTimeRange->show();
         form->request_.SearchMode = 1;
+        SayWhatIsChosen();
     });
 }
 
@@ -451,11 +392,9 @@ void frmLogin::Impl::PersonBlock(QWidget* parent, PersonFields& f, const char* c
     l = ui::Label(parent, (std::string("lbl") + names[2]).c_str(), "Birth t&ime:", {x, y, labelW, 24});
     f.time = ui::MaskEdit(parent, names[2], "99.99", kBlankTime, {fx, y, 60, 24});
     ui::Names(l, f.time);
-    QRadioButton* pair[2];
-    HalfPair(parent, names[3], pair, {fx + 70, y, 120, 24});
-    f.am = pair[0];
-    f.pm = pair[1];
-    f.am->setChecked(true);
+    HalfPair(parent, names[3], f.half, {fx + 70, y, 120, 24});
+    f.half[0]->setChecked(true);
+    WatchTimeField(f.time, f.half);
     y += step;
     PlaceRows(parent, f.place, place, x, y, labelW, step);
     for (QLabel* lbl : parent->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly))
@@ -469,13 +408,14 @@ void frmLogin::Impl::BuildPage3()
     static const char* const names[5] = {"cmbPerson", "txtBDate", "txtBTime", "optAMPM", ""};
     static const char* const place[7] = {"cmbCountry", "cmbCity", "txtLati", "txtLongi", "TextNS", "TextEW", "txtGMT"};
     PersonBlock(who, person, names, place, true, 10, 26);
-    Hint(person.name, Q(Msg(101)));
+    Hint(person.name, "Enter the name of the person the Muhurtha is for: type the first letters of a saved "
+                      "person and press Enter to fill in the birth details.");
     Hint(person.male, Q(Msg(102)));
     Hint(person.female, Q(Msg(103)));
     Hint(person.date, Q(Msg(104)));
     Hint(person.time, Q(Msg(107)));
-    Hint(person.am, Q(Msg(108)));
-    Hint(person.pm, Q(Msg(109)));
+    Hint(person.half[0], Q(Msg(108)));
+    Hint(person.half[1], Q(Msg(109)));
     Hint(person.place.country, Q(Msg(110)));
     Hint(person.place.gmt, Q(Msg(111)));
     Hint(person.place.city, Q(Msg(112)));
@@ -577,172 +517,15 @@ void frmLogin::Impl::BuildFoot()
 }
 
 // ---------------------------------------------------------------------------
-// Lists
-
-// A list filled anew from a query's field; what the box holds stays.
-void FillList(QComboBox* c, const std::string& sql, const char* field)
-{
-    const QString keep = c->currentText();
-    const QSignalBlocker quiet(c);
-    c->clear();
-    auto rs = RecosDB()->OpenRecordset(sql);
-    for (rs->HasRows() ? rs->MoveFirst() : void(); !rs->IsEOF(); rs->MoveNext())
-        c->addItem(Q(rs->Field(field).ToTextOrEmpty()));
-    c->setCurrentIndex(-1);
-    c->setEditText(keep);
-}
-
-void frmLogin::Impl::FillCountries(QComboBox* c) { FillList(c, "Select * From Country", "Name"); }
-
-void frmLogin::Impl::FillCities(QComboBox* c, const std::string& country)
-{
-    FillList(c, "Select * From City where country = '" + country + "'", "City");
-}
-
-void frmLogin::Impl::FillPersons(QComboBox* c) { FillList(c, "qryPersonName", "Name"); }
+// Lists and keys
 
 void frmLogin::Impl::FillAllPersonLists()
 {
-    FillPersons(person.name);
-    FillPersons(boy.name);
-    FillPersons(girl.name);
+    for (QComboBox* c : {person.name, boy.name, girl.name}) TypeAhead::FillPersons(c);
 }
 
-// ---------------------------------------------------------------------------
-// Type-ahead
-
-void frmLogin::Impl::CountryTyped(PlaceFields& f, const QString& text)
+void frmLogin::Impl::WireLetters(PlaceFields& f)
 {
-    auto rs = RecosDB()->OpenRecordset("SELECT * FROM Country WHERE Name LIKE '" + S(text) + "%'");
-    if (!rs->HasRows()) {
-        SetHintLine("If the country is " + text + " is not in database, you'll have to provide GMT Difference manually.");
-        return;
-    }
-    rs->MoveFirst();
-    SetHintLine("If the country is " + Q(rs->Field("Name").ToTextOrEmpty()) +
-                ", Press 'Enter' to update automatically.");
-    const std::string zone = rs->Field("GMTDIF").ToTextOrEmpty();
-    f.gmt->setText(zone.empty() ? kBlankZone : Q(zone));
-}
-
-void frmLogin::Impl::CountryChosen(PlaceFields& f, const QString& text)
-{
-    auto rs = RecosDB()->OpenRecordset("SELECT * FROM Country WHERE Name = '" + S(text) + "'");
-    std::string zone;
-    if (rs->HasRows()) {
-        rs->MoveFirst();
-        zone = rs->Field("GMTDIF").ToTextOrEmpty();
-    }
-    f.gmt->setText(zone.empty() ? "-00.00" : Q(zone));
-    FillCities(f.city, S(text));
-}
-
-void frmLogin::Impl::TakeCityRow(PlaceFields& f, Recordset& rs)
-{
-    f.lati->setText(DegreesField(rs.Field("Lat").ToTextOrEmpty()));
-    f.longi->setText(DegreesField(rs.Field("Longy").ToTextOrEmpty()));
-    f.ns->setText(Q(rs.Field("NOSO").ToTextOrEmpty()));
-    f.ew->setText(Q(rs.Field("EaWe").ToTextOrEmpty()));
-    f.gmt->setText(Q(rs.Field("GMTDIFF").ToTextOrEmpty()));
-    const QSignalBlocker quiet(f.country);
-    f.country->setEditText(Q(rs.Field("Country").ToTextOrEmpty()));
-}
-
-void frmLogin::Impl::CityTyped(PlaceFields& f, const QString& text)
-{
-    auto rs = RecosDB()->OpenRecordset("SELECT * FROM CITY WHERE CITY LIKE '" + S(text) + "%' AND Country Like '" +
-                                       Text(f.country) + "'");
-    if (!rs->HasRows()) {
-        SetHintLine("If the City is " + text +
-                    " is not in database, you'll have to provide Longitude & Latitude manually.");
-        f.lati->setText(kBlankDegrees);
-        f.longi->setText(kBlankDegrees);
-        f.ns->setText("N");
-        f.ew->setText("E");
-        return;
-    }
-    rs->MoveFirst();
-    SetHintLine("If the City is " + Q(rs->Field("City").ToTextOrEmpty()) + ", Press 'Enter' to update automatically.");
-}
-
-void frmLogin::Impl::CityChosen(PlaceFields& f, const QString& text, bool byCountryToo)
-{
-    std::string sql = "SELECT * FROM CITY WHERE CITY LIKE '" + S(text) + "%'";
-    if (byCountryToo) sql += " AND Country Like '" + Text(f.country) + "'";
-    auto rs = RecosDB()->OpenRecordset(sql);
-    if (!rs->HasRows() && byCountryToo) rs = RecosDB()->OpenRecordset("SELECT * FROM CITY WHERE CITY LIKE '" + S(text) + "%'");
-    if (!rs->HasRows()) {
-        CityTyped(f, text);
-        return;
-    }
-    rs->MoveFirst();
-    const QString name = Q(rs->Field("City").ToTextOrEmpty());
-    {
-        const QSignalBlocker quiet(f.city);
-        f.city->setEditText(name);
-    }
-    TakeCityRow(f, *rs);
-    SetHintLine("If the City is " + name + ", Press 'Enter' to update automatically.");
-}
-
-void frmLogin::Impl::PersonTyped(const QString& text)
-{
-    auto rs = RecosDB()->OpenRecordset("SELECT * FROM PERSON WHERE NAME LIKE '" + S(text) + "%'");
-    if (!rs->HasRows()) {
-        SetHintLine("If the Person is '" + text +
-                    " is not in database, please don't forget to fill in Date, Time & Place of birth.");
-        return;
-    }
-    rs->MoveFirst();
-    SetHintLine("If the Person is '" + Q(rs->Field("Name").ToTextOrEmpty()) +
-                "', Press 'Enter' to update automatically.");
-}
-
-namespace {
-
-// Runs a lookup of the type-ahead. A typed apostrophe breaks the query
-// text; the lookup then answers nothing, and the hint line says why.
-template <typename F>
-void Lookup(QLabel* hint, F&& run)
-{
-    try {
-        run();
-    } catch (const std::exception&) {
-        hint->setText("A name with an apostrophe (') can't be looked up.");
-    }
-}
-
-void PopupCompletion(QComboBox* c)
-{
-    c->completer()->setCompletionMode(QCompleter::PopupCompletion);
-    c->completer()->setFilterMode(Qt::MatchStartsWith);
-    c->completer()->setCaseSensitivity(Qt::CaseInsensitive);
-}
-
-}  // namespace
-
-void frmLogin::Impl::WirePlace(PlaceFields& f)
-{
-    PopupCompletion(f.country);
-    PopupCompletion(f.city);
-    connect(f.country, &QComboBox::editTextChanged, form, [this, &f](const QString& text) {
-        if (!filling && f.country->hasFocus()) Lookup(lblHint, [&] { CountryTyped(f, text); });
-    });
-    auto countryChosen = [this, &f] { Lookup(lblHint, [&] { CountryChosen(f, f.country->currentText()); }); };
-    connect(f.country, qOverload<int>(&QComboBox::activated), form, countryChosen);
-    connect(f.country->completer(), qOverload<const QString&>(&QCompleter::activated), form, countryChosen);
-
-    connect(f.city, &QComboBox::editTextChanged, form, [this, &f](const QString& text) {
-        if (!filling && f.city->hasFocus()) Lookup(lblHint, [&] { CityTyped(f, text); });
-    });
-    connect(f.city, qOverload<int>(&QComboBox::activated), form,
-            [this, &f] { Lookup(lblHint, [&] { CityChosen(f, f.city->currentText(), false); }); });
-    connect(f.city->completer(), qOverload<const QString&>(&QCompleter::activated), form,
-            [this, &f](const QString& text) { Lookup(lblHint, [&] { CityChosen(f, text, false); }); });
-    // Enter takes the row that the hint line names.
-    connect(f.city->lineEdit(), &QLineEdit::returnPressed, form,
-            [this, &f] { Lookup(lblHint, [&] { CityChosen(f, f.city->currentText(), true); }); });
-
     // Hemisphere letters are kept in capitals.
     for (QLineEdit* e : {f.ns, f.ew}) {
         e->installEventFilter(form);
@@ -751,68 +534,6 @@ void frmLogin::Impl::WirePlace(PlaceFields& f)
         });
         connect(e, &QLineEdit::textChanged, form, [e] { e->selectAll(); });
     }
-}
-
-void frmLogin::Impl::WirePerson(PersonFields& f, const std::string& block)
-{
-    PopupCompletion(f.name);
-    connect(f.name, &QComboBox::editTextChanged, form, [this, &f](const QString& text) {
-        if (!filling && f.name->hasFocus()) Lookup(lblHint, [&] { PersonTyped(text); });
-    });
-    auto chosen = [this, block](const QString& name) {
-        Lookup(lblHint, [&] { form->LoadPerson(S(name), block); });
-    };
-    connect(f.name, &QComboBox::textActivated, form, chosen);
-    connect(f.name->completer(), qOverload<const QString&>(&QCompleter::activated), form, chosen);
-    connect(f.name->lineEdit(), &QLineEdit::returnPressed, form, [this, &f, block] {
-        Lookup(lblHint, [&] {
-            auto rs = RecosDB()->OpenRecordset("SELECT * FROM PERSON WHERE NAME LIKE '" + Text(f.name) + "%'");
-            if (!rs->HasRows()) return;
-            rs->MoveFirst();
-            const QString name = Q(rs->Field("Name").ToTextOrEmpty());
-            {
-                const QSignalBlocker quiet(f.name);
-                f.name->setEditText(name);
-            }
-            form->LoadPerson(S(name), block);
-        });
-    });
-    WirePlace(f.place);
-}
-
-// ---------------------------------------------------------------------------
-// Fields
-
-RequestPlace frmLogin::Impl::Gather(const PlaceFields& f) const
-{
-    RequestPlace p;
-    p.Country = Text(f.country);
-    p.City = Text(f.city);
-    p.Lati = Text(f.lati);
-    p.Longi = Text(f.longi);
-    p.NS = Text(f.ns);
-    p.EW = Text(f.ew);
-    p.GMT = Text(f.gmt);
-    return p;
-}
-
-RequestPerson frmLogin::Impl::Gather(const PersonFields& f) const
-{
-    RequestPerson p;
-    p.Name = Text(f.name);
-    p.Sex = f.male ? (f.male->isChecked() ? 1 : 2) : f.sex;
-    p.BDate = Text(f.date);
-    p.BTime = Text(f.time);
-    p.AMPM = f.am->isChecked() ? 1 : 2;
-    const RequestPlace place = Gather(f.place);
-    p.Country = place.Country;
-    p.City = place.City;
-    p.Lati = place.Lati;
-    p.Longi = place.Longi;
-    p.NS = place.NS;
-    p.EW = place.EW;
-    p.GMT = place.GMT;
-    return p;
 }
 
 bool frmLogin::Impl::TimeRefused(QLineEdit* field) const { return MuhurthaRequest::ValiDateTime(Text(field)); }
@@ -839,14 +560,18 @@ frmLogin::frmLogin(QWidget* parent) : QWidget(parent), d_(std::make_unique<Impl>
     d_->BuildPage4();
     d_->BuildFoot();
     d_->BuildHeader();
-    d_->WirePlace(d_->muhuPlace);
-    d_->WirePerson(d_->person, "");
-    d_->WirePerson(d_->boy, "Boy");
-    d_->WirePerson(d_->girl, "Gal");
+    d_->typeAhead = new TypeAhead(this, [this](const QString& text) { d_->SetHintLine(text); });
+    d_->typeAhead->WirePlace(d_->muhuPlace);
+    d_->typeAhead->WirePerson(d_->person, [this](const std::string& name) { LoadPerson(name, ""); });
+    d_->typeAhead->WirePerson(d_->boy, [this](const std::string& name) { LoadPerson(name, "Boy"); });
+    d_->typeAhead->WirePerson(d_->girl, [this](const std::string& name) { LoadPerson(name, "Gal"); });
+    for (PlaceFields* f : {&d_->muhuPlace, &d_->person.place, &d_->boy.place, &d_->girl.place}) d_->WireLetters(*f);
     connect(d_->cmdSettings, &QPushButton::clicked, this, [this] {
-        frmEditLongLat dialog(frmEditLongLat::Tab::Ayanamsh, this);
-        dialog.exec();
-        RefillPlaceLists();
+        ui::RunCommand([this] {
+            frmEditLongLat dialog(frmEditLongLat::Tab::Ayanamsh, this);
+            dialog.exec();
+            RefillPlaceLists();
+        });
     });
 
     // Loading: the present in the date and time fields.
@@ -860,17 +585,18 @@ frmLogin::frmLogin(QWidget* parent) : QWidget(parent), d_(std::make_unique<Impl>
 
     // The lists of countries, cities, persons and languages.
     d_->filling = true;
+    d_->typeAhead->SetFilling(true);
     for (QComboBox* c : {d_->muhuPlace.country, d_->person.place.country, d_->boy.place.country,
                          d_->girl.place.country})
-        d_->FillCountries(c);
+        TypeAhead::FillCountries(c);
     for (QComboBox* c : {d_->muhuPlace.city, d_->person.place.city, d_->boy.place.city, d_->girl.place.city})
-        d_->FillCities(c, "India");
+        TypeAhead::FillCities(c, "India");
     d_->FillAllPersonLists();
     d_->languages.Fill();
     for (const std::string& name : d_->languages.Items()) d_->cmbLangu->addItem(Q(name));
     d_->cmbLangu->setCurrentIndex(d_->languages.Index());
     connect(d_->cmbLangu, qOverload<int>(&QComboBox::currentIndexChanged), this, [this](int i) {
-        if (i >= 0) d_->languages.Select(i);
+        if (i >= 0) ui::RunCommand([&] { d_->languages.Select(i); });
     });
     d_->muhu = Database::Open(EphePath("COMMON\\MUHU.DAT"));
     Horomode() = 3;
@@ -878,8 +604,9 @@ frmLogin::frmLogin(QWidget* parent) : QWidget(parent), d_(std::make_unique<Impl>
     auto first = RecosDB()->OpenRecordset("SELECT Name FROM Person");
     if (first->HasRows()) {
         first->MoveFirst();
-        d_->person.name->setEditText(Q(first->Field("Name").ToTextOrEmpty()));
+        SetBoxText(d_->person.name, Q(first->Field("Name").ToTextOrEmpty()));
     }
+    d_->typeAhead->SetFilling(false);
     d_->filling = false;
 
     for (auto& [button, category] : d_->categoryButtons) {
@@ -894,13 +621,13 @@ frmLogin::frmLogin(QWidget* parent) : QWidget(parent), d_(std::make_unique<Impl>
 
 void frmLogin::RefillPlaceLists()
 {
-    const bool was = d_->filling;
-    d_->filling = true;
+    const bool was = d_->typeAhead->Filling();
+    d_->typeAhead->SetFilling(true);
     for (PlaceFields* f : {&d_->muhuPlace, &d_->person.place, &d_->boy.place, &d_->girl.place}) {
-        d_->FillCountries(f->country);
-        d_->FillCities(f->city, Text(f->country).empty() ? "India" : Text(f->country));
+        TypeAhead::FillCountries(f->country);
+        TypeAhead::FillCities(f->city, Text(f->country).empty() ? "India" : Text(f->country));
     }
-    d_->filling = was;
+    d_->typeAhead->SetFilling(was);
 }
 
 frmLogin::~frmLogin()
@@ -915,6 +642,33 @@ frmLogin::~frmLogin()
 
 QString frmLogin::Hint() const { return d_->lblHint->text(); }
 
+QString frmLogin::Title() const { return Q(AppTitle()) + "-" + Q(request_.MuhuName); }
+
+void frmLogin::Impl::SayWhatIsChosen()
+{
+    const MuhurthaRequest& r = form->request_;
+    const int page = r.RequestPage;
+    lblStep->setText(QString("Step %1 of 3").arg(page == 4 ? 3 : page) +
+                     (r.MuhuName.empty() ? QString() : "  \u2014  " + Q(r.MuhuName)));
+    const bool marriage = vb::UCase(r.Category) == "MARRIAGE";
+    const QString what = "Muhurtha: " + Q(r.MuhuName.empty() ? "(none chosen)" : r.MuhuName) + "\n";
+    const QString next = marriage ? "\nThe couple is asked for next." : "\nThe person is asked for next.";
+    if (optMuhuCheck->isChecked())
+        lblChosen->setText(what + "The moment given is checked: its score is found, and its lagna's span is the "
+                                  "Muhurtha." + next);
+    else
+        lblChosen->setText(what +
+                           "Each day of the range is searched within its hours, and the moment with the highest "
+                           "score is kept; its lagna's span is the Muhurtha." + next);
+}
+
+void frmLogin::SetMuhuName(const std::string& name)
+{
+    request_.MuhuName = name;
+    d_->SayWhatIsChosen();
+    emit TitleChanged(Title());
+}
+
 void frmLogin::FillMuhurthaList(const std::string& Category)
 {
     auto rs = d_->muhu->OpenRecordset("SELECT * FROM MUHU WHERE CATEGORY = '" + Category + "'");
@@ -927,8 +681,7 @@ void frmLogin::FillMuhurthaList(const std::string& Category)
     d_->framMuhuList->show();
     request_.Category = Category;
     QTreeWidgetItem* selected = d_->tvMuhuList->currentItem();
-    request_.MuhuName = selected ? S(selected->text(0)) : std::string();
-    window()->setWindowTitle(Q(AppTitle()) + "-" + Q(request_.MuhuName));
+    SetMuhuName(selected ? S(selected->text(0)) : std::string());
 }
 
 void frmLogin::ShowRequestPage(int Page)
@@ -936,44 +689,38 @@ void frmLogin::ShowRequestPage(int Page)
     request_.RequestPage = Page;
     QWidget* frames[] = {d_->framMuhus, d_->frmMuhurtha, d_->frmSingleGuy, d_->frmMatch};
     for (int i = 0; i < 4; ++i) frames[i]->setVisible(i + 1 == Page);
-    const bool marriage = vb::UCase(request_.Category) == "MARRIAGE";
     static const char* const titles[] = {"Choose the purpose", "When and where", "The person", "The couple"};
     d_->lblTitle->setText(titles[Page - 1]);
-    d_->lblStep->setText(QString("Step %1 of 3").arg(Page == 4 ? 3 : Page) +
-                         (request_.MuhuName.empty() ? QString() : "  \u2014  " + Q(request_.MuhuName)));
     d_->flpBack->setEnabled(Page > 1);
     d_->CmdGenerate->setText(Page >= 3 ? "&Find Muhurtha" : "&Next >");
     d_->CmdGenerate->setIcon(Page >= 3 ? Icon("generate") : QIcon());
     d_->lblHint->clear();
-    d_->filling = true;
+    const bool was = d_->typeAhead->Filling();
+    d_->typeAhead->SetFilling(true);
     switch (Page) {
     case 1:
-        d_->FillCities(d_->muhuPlace.city, "India");
+        TypeAhead::FillCities(d_->muhuPlace.city, "India");
         break;
     case 2:
         d_->optMuhuRange->setChecked(true);
         d_->optMuhuRange->setFocus();
-        d_->lblChosen->setText(
-            "Muhurtha: " + Q(request_.MuhuName.empty() ? "(none chosen)" : request_.MuhuName) + "\n" +
-            "Each day of the range is searched within its hours, and the moment with the highest score is kept; "
-            "its lagna's span is the Muhurtha." +
-            (marriage ? "\nThe couple is asked for next." : "\nThe person is asked for next."));
         break;
     case 3:
-        d_->FillCities(d_->person.place.city, "India");
+        TypeAhead::FillCities(d_->person.place.city, "India");
         if (!Text(d_->person.name).empty()) LoadPerson(Text(d_->person.name), "");
         d_->person.name->setFocus();
         break;
     case 4:
-        d_->FillCities(d_->boy.place.city, "India");
-        d_->FillCities(d_->girl.place.city, "India");
+        TypeAhead::FillCities(d_->boy.place.city, "India");
+        TypeAhead::FillCities(d_->girl.place.city, "India");
         if (!Text(d_->boy.name).empty()) LoadPerson(Text(d_->boy.name), "Boy");
         if (!Text(d_->girl.name).empty()) LoadPerson(Text(d_->girl.name), "Gal");
         d_->boy.name->setFocus();
         break;
     default: break;
     }
-    d_->filling = false;
+    d_->typeAhead->SetFilling(was);
+    d_->SayWhatIsChosen();
 }
 
 void frmLogin::CmdGenerate()
@@ -1017,7 +764,11 @@ void frmLogin::cmdNowCast()
     const QDateTime now = QDateTime::currentDateTime();
     d_->person.date->setText(now.toString("dd/MM/yyyy"));
     d_->person.time->setText(now.toString("HH.mm"));
-    (now.time().hour() > 12 ? d_->person.pm : d_->person.am)->setChecked(true);
+    // After the hour: PM from 13 on, AM before noon. At noon the option
+    // the text gave (PM) stays, so that the printed time is the chart's.
+    const int hour = now.time().hour();
+    if (hour > 12) d_->person.half[1]->setChecked(true);
+    else if (hour < 12) d_->person.half[0]->setChecked(true);
     CmdGenerate();
 }
 
@@ -1038,10 +789,10 @@ void frmLogin::GatherRequest()
     request_.FromTime = Text(d_->txtMuhDTFrom);
     request_.ToTime = Text(d_->txtMuhDTTo);
     request_.SearchMode = d_->optMuhuCheck->isChecked() ? 2 : d_->optMuhuRange->isChecked() ? 1 : 0;
-    request_.Place = d_->Gather(d_->muhuPlace);
-    request_.Person = d_->Gather(d_->person);
-    request_.Boy = d_->Gather(d_->boy);
-    request_.Girl = d_->Gather(d_->girl);
+    request_.Place = Gather(d_->muhuPlace);
+    request_.Person = Gather(d_->person);
+    request_.Boy = Gather(d_->boy);
+    request_.Girl = Gather(d_->girl);
 }
 
 bool frmLogin::RunEngine()
@@ -1058,182 +809,48 @@ bool frmLogin::RunEngine()
         }
         status.Done();
     }
-    if (mdiMother* main = MainWindow()) {
-        main->show();
-        main->OpenResultPages();
-        main->RestoreResultView();
-    }
+    emit Generated();
     return true;
 }
 
 // ---------------------------------------------------------------------------
-// Persons
+// Persons: the commands of the person store
 
 void frmLogin::LoadPerson(const std::string& name, const std::string& block)
 {
     PersonFields& f = block == "Boy" ? d_->boy : block == "Gal" ? d_->girl : d_->person;
-    auto rs = RecosDB()->OpenRecordset("SELECT * FROM Person Where Name = '" + name + "'");
-    if (!rs->HasRows()) return;
-    rs->MoveFirst();
-    auto field = [&](const char* n) { return rs->Field(n).ToTextOrEmpty(); };
-    const bool was = d_->filling;
-    d_->filling = true;
-    {
-        const QSignalBlocker quiet(f.name);
-        f.name->setEditText(Q(field("Name")));
-    }
-    if (f.male) (vb::Val(field("Sex")) == 2 ? f.female : f.male)->setChecked(true);
-    f.date->setText(Q(Pad(field("Day"), 2) + "/" + Pad(field("Month"), 2) + "/" + Pad(field("Year"), 4)));
-    f.time->setText(Q(Pad(field("Hour"), 2) + "." + Pad(field("Minutes"), 2)));
-    (vb::Val(field("AMPM")) == 2 ? f.pm : f.am)->setChecked(true);
-    f.place.lati->setText(Q(Pad(field("LatDeg"), 3) + ":" + Pad(field("LatMT"), 2)));
-    f.place.ns->setText(Q(field("TextNS")));
-    f.place.longi->setText(Q(Pad(field("LongDeg"), 3) + ":" + Pad(field("LongMT"), 2)));
-    f.place.ew->setText(Q(field("TextEW")));
-    f.place.gmt->setText(Q(field("GMTDIFF")));
-    {
-        const QSignalBlocker a(f.place.city), b(f.place.country);
-        f.place.city->setEditText(Q(field("City")));
-        f.place.country->setEditText(Q(field("Country")));
-    }
-    d_->filling = was;
+    const bool was = d_->typeAhead->Filling();
+    d_->typeAhead->SetFilling(true);
+    persons::Load(f, name);
+    d_->typeAhead->SetFilling(was);
 }
-
-namespace {
-// Puts the person browser on the stored person of that name (its fields
-// loaded); false when there is none.
-bool MoveToPerson(clsPerson& p, const std::string& name)
-{
-    for (long i = 0; i < p.RecordCount(); ++i) {
-        p.MoveTo(i);
-        if (vb::EqualsNoCase(p.Name(), name)) return true;
-    }
-    return false;
-}
-}  // namespace
 
 void frmLogin::SavePerson()
 {
-    const RequestPerson fields = d_->Gather(d_->person);
-    if (vb::Trim(fields.Name).empty()) {
-        MsgBox(Msg(101), MsgButtons::OK, AppTitle(), MsgIcon::Exclamation);
-        d_->person.name->setFocus();
-        return;
-    }
-    try {
-        clsPerson p;
-        p.SetDB(RecosDB());
-        // A person of that name is written over; any other is added.
-        const bool found = MoveToPerson(p, fields.Name);
-        FillPersonRecord(p, fields);
-        p.seconds(0);
-        if (found) p.Save();
-        else p.AddNew();
-    } catch (const std::exception& e) {
-        ui::ShowFault(e);
-        return;
-    }
-    d_->FillAllPersonLists();
-    MsgBox(Msg(117), MsgButtons::OK, AppTitle(), MsgIcon::Information);
+    if (persons::Save(d_->person)) d_->FillAllPersonLists();
 }
 
 void frmLogin::DeletePerson()
 {
-    const std::string name = Text(d_->person.name);
-    if (vb::Trim(name).empty()) return;
-    try {
-        clsPerson p;
-        p.SetDB(RecosDB());
-        if (!MoveToPerson(p, name)) {
-            MsgBox("'" + name + "' is not in the database.", MsgButtons::OK, AppTitle(), MsgIcon::Information);
-            return;
-        }
-        if (MsgBox("Do you want to delete '" + name + "' from the database?", MsgButtons::YesNo, AppTitle(),
-                   MsgIcon::Question) != MsgAnswer::Yes)
-            return;
-        p.Delete();
-    } catch (const std::exception& e) {
-        ui::ShowFault(e);
-        return;
-    }
-    {
-        const QSignalBlocker quiet(d_->person.name);
-        d_->person.name->setEditText(QString());
-    }
-    d_->FillAllPersonLists();
-    MsgBox(Msg(118), MsgButtons::OK, AppTitle(), MsgIcon::Information);
+    if (persons::Delete(d_->person)) d_->FillAllPersonLists();
 }
 
 void frmLogin::SavePersonToFile()
 {
-    const std::string name = Text(d_->person.name);
-    const std::string path = Dialogs().SaveFile(this, "Save Person Details To File", "Person Details (*.JKP)|*.JKP|",
-                                                ".JKP", name + ".JKP");
-    if (path.empty()) return;
-    const std::string date = Text(d_->person.date);
-    const std::string time = Text(d_->person.time);
-    const std::string lati = Text(d_->person.place.lati);
-    const std::string longi = Text(d_->person.place.longi);
-    std::map<std::string, Variant> f;
-    f["Name"] = Variant(name);
-    f["Sex"] = Variant(d_->person.male->isChecked() ? 1 : 2);
-    f["Day"] = Variant(vb::Left(date, 2));
-    f["Month"] = Variant(vb::Mid(date, 4, 2));
-    f["Year"] = Variant(vb::Right(date, 4));
-    f["Hour"] = Variant(vb::Left(time, 2));
-    f["Minutes"] = Variant(vb::Mid(time, 4, 2));
-    // The seconds are the last two characters of the time box, as they
-    // always were written.
-    f["seconds"] = Variant(vb::Right(time, 2));
-    f["AMPM"] = Variant(d_->person.am->isChecked() ? 1 : 2);
-    f["Country"] = Variant(Text(d_->person.place.country));
-    f["LatDeg"] = Variant(vb::Left(lati, 3));
-    f["LatMT"] = Variant(vb::Right(lati, 2));
-    f["TextNS"] = Variant(Text(d_->person.place.ns));
-    f["LongDeg"] = Variant(vb::Left(longi, 3));
-    f["LongMT"] = Variant(vb::Right(longi, 2));
-    f["TextEW"] = Variant(Text(d_->person.place.ew));
-    f["City"] = Variant(Text(d_->person.place.city));
-    f["GMTDIFF"] = Variant(Text(d_->person.place.gmt));
-    try {
-        SavePersonFile(path, f);
-    } catch (const std::exception& e) {
-        MsgBox(e.what(), MsgButtons::OK, "Error Writing File", MsgIcon::Critical);
-        return;
-    }
-    d_->SetHintLine("The person's details have been saved in " + Q(path) + ".");
+    persons::SaveToFile(this, d_->person, [this](const QString& t) { d_->SetHintLine(t); });
 }
 
 void frmLogin::SaveDatabaseToFile()
 {
-    const std::string path = Dialogs().SaveFile(this, "Save Database To File", "JKD Database (*.JKD)|*.JKD|", ".JKD",
-                                                std::string("Untitled") + ".JKD");
-    if (path.empty()) return;
-    try {
-        SaveDatabaseFile(path, *RecosDB());
-    } catch (const std::exception& e) {
-        MsgBox(e.what(), MsgButtons::OK, "Error Writing File", MsgIcon::Critical);
-        return;
-    }
-    d_->SetHintLine("The persons have been saved in " + Q(path) + ".");
+    persons::SaveDatabase(this, [this](const QString& t) { d_->SetHintLine(t); });
 }
 
 void frmLogin::ImportPersons(bool database)
 {
-    const std::string path =
-        database ? Dialogs().OpenFile(this, "Merge Database", "JKD Database (*.JKD)|*.JKD|")
-                 : Dialogs().OpenFile(this, "Import Person Details", "Person Details (*.JKP)|*.JKP|");
-    if (path.empty()) return;
-    int added = 0;
-    try {
-        added = ranvel::ImportPersons(path, *RecosDB());
-    } catch (const std::exception& e) {
-        MsgBox(std::string(e.what()), MsgButtons::OK, Msg(4), MsgIcon::Critical);
-        return;
-    }
-    d_->FillAllPersonLists();
-    d_->SetHintLine(QString::number(added) + (added == 1 ? " person has" : " persons have") + " been added from " +
-                    Q(path) + ".");
+    persons::Import(this, database, [this](const QString& t) { d_->SetHintLine(t); });
+    // A merge that stopped on the way may have added some: the lists show
+    // what the store holds now.
+    ui::RunCommand([this] { d_->FillAllPersonLists(); });
 }
 
 // ---------------------------------------------------------------------------

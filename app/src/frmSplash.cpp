@@ -140,6 +140,7 @@ bool frmSplash::DoLoad()
         if (!main) {
             main = new mdiMother;
             main->setAttribute(Qt::WA_DeleteOnClose);
+            QObject::connect(main, &mdiMother::SetupWizardEnded, main, [] { DoLoad(); });
         }
         main->show();
     } catch (const std::exception& e) {

@@ -18,6 +18,7 @@
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <type_traits>
 
 #include "ranvel/app/BottomBar.h"
 #include "ranvel/app/appinfo.h"
@@ -29,9 +30,8 @@
 #include "ranvel/app/frmLogin.h"
 #include "ranvel/app/frmMuhuCover.h"
 #include "ranvel/app/frmMuhuTxt.h"
-#include "ranvel/app/frmSplash.h"
+#include "ranvel/app/formkit.h"
 #include "ranvel/app/frmWizard.h"
-#include "ranvel/app/startup.h"
 #include "ranvel/engine/request_state.h"
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/gui/dialogs.h"
@@ -120,6 +120,15 @@ mdiMother::mdiMother(QWidget* parent) : QMainWindow(parent)
     scroll->setAlignment(Qt::AlignCenter);
     entry_ = new frmLogin;
     scroll->setWidget(entry_);
+    // The form tells what happened; the window does what follows.
+    connect(entry_, &frmLogin::Generated, this, [this] {
+        show();
+        OpenResultPages();
+        RestoreResultView();
+    });
+    connect(entry_, &frmLogin::TitleChanged, this, [this](const QString& title) {
+        if (pages_->currentWidget() == entryHost_) setWindowTitle(title);
+    });
     entryHost_ = scroll;
     pages_->addWidget(entryHost_);
 
@@ -144,6 +153,7 @@ mdiMother::mdiMother(QWidget* parent) : QMainWindow(parent)
     SaveSetting("Settings", "InstPath", AppDir());
 
     ClearTopics();
+    setWindowTitle(entry_->Title());
     const QRect screen = QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->availableGeometry()
                                                            : QRect(0, 0, 1024, 768);
     resize(std::min(1000, screen.width()), std::min(720, screen.height()));
@@ -161,7 +171,13 @@ void mdiMother::BuildMenus()
     auto item = [this](QMenu* menu, const char* name, const QString& caption, auto&& run) {
         QAction* a = menu->addAction(caption);
         a->setObjectName(name);
-        connect(a, &QAction::triggered, this, run);
+        // A run-time fault ends the command, never the program.
+        connect(a, &QAction::triggered, this, [run](bool checked) {
+            ui::RunCommand([&] {
+                if constexpr (std::is_invocable_v<decltype(run), bool>) run(checked);
+                else run();
+            });
+        });
         return a;
     };
     auto none = [] {};
@@ -200,13 +216,17 @@ void mdiMother::BuildMenus()
         dialog.exec();
     });
     settings->addSeparator();
+    // The result pages are built in the colours and the chart style of the
+    // moment: after a save they are built again.
     item(settings, "mnuSettingsColor", "&Page Designer...", [this] {
         frmColorEnv dialog(this);
         dialog.exec();
+        RebuildResultPages();
     });
     item(settings, "mnuSettingsKundStyle", "&Kundli Style...", [this] {
         frmKunEdit dialog(this);
         dialog.exec();
+        RebuildResultPages();
     });
     settings->addSeparator();
     item(settings, "mnuSettCity", "&City Details...", editor(frmEditLongLat::Tab::City));
@@ -214,7 +234,7 @@ void mdiMother::BuildMenus()
     settings->addSeparator();
     item(settings, "mnuEstDet", "&Your Details...", editor(frmEditLongLat::Tab::Details));
     item(settings, "mnuSettSetupWiz", "&Setup Wizard...", [this] {
-        frmWizard wizard([] { frmSplash::DoLoad(); }, this);
+        frmWizard wizard([this] { emit SetupWizardEnded(); }, this);
         wizard.exec();
     });
 
@@ -405,6 +425,11 @@ void mdiMother::OpenResultPages()
     AddTopic("Muhurtha Score", "MuhuScore", PaperPage(new frmMuhuCover));
     AddTopic("Muhurtha Analysis", "Analysis", new frmMuhuTxt);
     SelectTopic(0);
+}
+
+void mdiMother::RebuildResultPages()
+{
+    if (CurrentTopic() >= 0) ShowTopic(CurrentTopic());
 }
 
 void mdiMother::RestoreResultView()

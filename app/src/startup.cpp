@@ -7,8 +7,10 @@
 #include <QScreen>
 #include <clocale>
 #include <cstdio>
+#include <stdexcept>
 
 #include "ranvel/app/appinfo.h"
+#include "ranvel/app/formkit.h"
 #include "ranvel/app/frmFontsError.h"
 #include "ranvel/app/frmSplash.h"
 #include "ranvel/data/messages.h"
@@ -45,14 +47,17 @@ bool CheckRegionalSettings()
 
 void CheckDisplay()
 {
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) CheckDisplay(screen->geometry().width());
+}
+
+void CheckDisplay(int screenWidth)
+{
     bool show = true;
     try {
         show = Variant(ReadIni(keys::ShowError)).ToBool();
     } catch (const std::exception&) {
     }
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    if (show && screen && screen->geometry().width() < 800)
-        MsgBox(Msg(13), MsgButtons::OK, Msg(14), MsgIcon::Exclamation);
+    if (show && screenWidth < 800) MsgBox(Msg(13), MsgButtons::OK, Msg(14), MsgIcon::Exclamation);
 }
 
 std::vector<std::string> CheckFonts()
@@ -93,6 +98,18 @@ void PrepareLook(QApplication& app)
     font.setStyleHint(QFont::SansSerif);
     font.setPointSize(9);
     app.setFont(font);
+}
+
+bool RanvelApplication::notify(QObject* receiver, QEvent* event)
+{
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const std::exception& e) {
+        ui::ShowFault(e);
+    } catch (...) {
+        ui::ShowFault(std::runtime_error("An unknown fault ended the command."));
+    }
+    return false;
 }
 
 int RunDesktop(QApplication& app)

@@ -2,7 +2,10 @@
 // time fields and their AM/PM options, the range check, the type-ahead of
 // places and persons, the person store and the exchange files, and a
 // generation that answers as the command line does.
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QCompleter>
+#include <QDateTime>
 #include <QDateEdit>
 #include <QGroupBox>
 #include <QLabel>
@@ -19,6 +22,7 @@
 #include "ranvel/app/mdiMother.h"
 #include "ranvel/data/messages.h"
 #include "ranvel/engine/analysis.h"
+#include "ranvel/engine/request_state.h"
 
 namespace ranvel::test {
 namespace {
@@ -46,6 +50,14 @@ protected:
         combo->lineEdit()->clear();
         QTest::keyClicks(combo->lineEdit(), text);
     }
+    // The form made anew, as at a start, over what the store holds now.
+    void Reopen()
+    {
+        delete form;
+        form = new frmLogin;
+        form->show();
+        QApplication::setActiveWindow(form);
+    }
     void SetDate(const char* name, int d, int m, int y) { Find<QDateEdit>(name)->setDate(QDate(y, m, d)); }
 
     frmLogin* form = nullptr;
@@ -58,7 +70,7 @@ TEST_F(RequestForm, PagesGoOnByTheCategoryAndBackOneAtATime)
     EXPECT_TRUE(Find<QWidget>("framMuhus")->isVisible());
     EXPECT_EQ(form->Request().Category, "BIRTHRITES");
     EXPECT_FALSE(form->Request().MuhuName.empty());
-    EXPECT_EQ(form->windowTitle().toStdString(), "Ranvel-" + form->Request().MuhuName);
+    EXPECT_EQ(form->Title().toStdString(), "Ranvel-" + form->Request().MuhuName);
 
     Next();
     EXPECT_EQ(Page(), 2);
@@ -198,7 +210,7 @@ TEST_F(RequestForm, TypingAPlaceNamesItInTheHintAndEnterFillsTheFields)
     EXPECT_EQ(form->Hint(),
               "If the country is Atlantis is not in database, you'll have to provide GMT Difference manually.");
     Type(country, "India");
-    emit country->activated(0);
+    emit country->activated(country->findText("India"));
     EXPECT_EQ(Find<QLineEdit>("txtMuhuGMT")->text(), "+05.30");
     EXPECT_EQ(city->count(), 211);
 
@@ -384,6 +396,231 @@ TEST_F(RequestForm, AGenerationAnswersAsTheCommandLineDoes)
     const std::string commandLine = ::testing::internal::GetCapturedStdout();
     EXPECT_EQ(desktop, commandLine);
     EXPECT_NE(desktop.find("Best Muhurtha:"), std::string::npos);
+    // The bride's time was typed as 17.45: her chart and her printed time
+    // are both the evening's.
+    EXPECT_EQ(GirlChart()->clsPerson().GetBirthTimeFull(), "05:45 PM");
+}
+
+// A stored person as an older version or an exchange file may have left
+// it, the name and all; a name with an apostrophe goes in with its quote
+// doubled.
+void StorePerson(const std::string& name, const std::string& day, const std::string& hour, int ampm)
+{
+    std::string quoted = name;
+    for (std::size_t i = quoted.find('\''); i != std::string::npos; i = quoted.find('\'', i + 2))
+        quoted.insert(i, "'");
+    RecosDB()->Execute("INSERT INTO Person (Name, Sex, Day, Month, Year, Hour, Minutes, seconds, AMPM, Country, "
+                       "City, LatDeg, LatMT, TextNS, LongDeg, LongMT, TextEW, GMTDIFF) VALUES ('" +
+                       quoted + "', 1, '" + day + "', '3', '1990', '" + hour + "', '45', '0', " +
+                       std::to_string(ampm) + ", 'India', 'Pune', '18', '31', 'N', '73', '51', 'E', '+05.30')");
+}
+
+TEST_F(RequestForm, ANameWithAnApostropheNeverEndsTheProgramNorBorrowsABirth)
+{
+    StorePerson("Asha", "12", "6", 1);
+    StorePerson("Sean O'Brien", "21", "9", 1);
+    Reopen();
+    Next();
+    Next();
+    ASSERT_EQ(Page(), 3);
+    auto* name = Find<QComboBox>("cmbPerson");
+    Type(name, "Ash");
+    QTest::keyClick(name->lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(Find<QLineEdit>("txtBDate")->text(), "12/03/1990");
+
+    // Picked from the list, the stored name breaks its query: the fault is
+    // shown, and the fields keep no birth of Asha's under O'Brien's name.
+    messages.Clear();
+    name->setFocus();
+    // Its item carries the row: the pick from the list.
+    const int obrien = name->findText("Sean O'Brien");
+    ASSERT_GE(obrien, 0);
+    name->setCurrentIndex(obrien);
+    emit name->activated(obrien);
+    ASSERT_FALSE(messages.Messages().empty());
+    EXPECT_NE(messages.Messages().back().text.find("syntax error"), std::string::npos);
+    EXPECT_EQ(name->currentText(), "Sean O'Brien");
+    EXPECT_EQ(Find<QLineEdit>("txtBDate")->text(), "00/00/0000");
+    EXPECT_EQ(Find<QLineEdit>("txtLati")->text(), "000:00");
+    EXPECT_EQ(Find<QComboBox>("cmbCity")->currentText(), "");
+
+    // Back and Next load the name again: the fault once more, the form goes on.
+    Back();
+    Next();
+    EXPECT_EQ(Page(), 3);
+    EXPECT_EQ(Find<QLineEdit>("txtBDate")->text(), "00/00/0000");
+    // A generation from these fields ends in its message, not with a report.
+    Next();
+    EXPECT_EQ(Page(), 1);
+    EXPECT_TRUE(form->isEnabled());
+
+    // Such a name is refused where it would be stored, before any write.
+    Next();
+    Next();
+    const long before = RecosDB()->OpenRecordset("SELECT * FROM Person")->RecordCount();
+    name->setEditText("Asha's sister");
+    Find<QLineEdit>("txtBDate")->setText("02/09/2000");
+    messages.Clear();
+    Find<QPushButton>("cmdSavePerson")->click();
+    ASSERT_EQ(messages.Messages().size(), 1u);
+    EXPECT_EQ(messages.Messages().back().title, "Invalid Name");
+    EXPECT_EQ(RecosDB()->OpenRecordset("SELECT * FROM Person")->RecordCount(), before);
+}
+
+TEST_F(RequestForm, TheTypeAheadFillsTheRowItNamesAndNoOtherCountrysCity)
+{
+    Next();
+    auto* country = Find<QComboBox>("cmbMuhuCountry");
+    auto* city = Find<QComboBox>("cmbMuhuCity");
+    auto* gmt = Find<QLineEdit>("txtMuhuGMT");
+    auto* lati = Find<QLineEdit>("txtMuhuLati");
+
+    // A country's first letters and Enter: the country the hint named.
+    Type(country, "Ind");
+    EXPECT_EQ(form->Hint(), "If the country is India, Press 'Enter' to update automatically.");
+    QTest::keyClick(country->lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(country->currentText(), "India");
+    EXPECT_EQ(gmt->text(), "+05.30");
+    EXPECT_NE(city->findText("Pune"), -1);
+
+    // A city's first letters: the hint, the popup and Enter agree on Pune.
+    Type(city, "Pun");
+    EXPECT_EQ(form->Hint(), "If the City is Pune, Press 'Enter' to update automatically.");
+    auto* popup = city->lineEdit()->completer()->popup();
+    ASSERT_GT(popup->model()->rowCount(), 0);
+    EXPECT_EQ(popup->model()->index(0, 0).data().toString(), "Pune");
+    QTest::keyClick(city->lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(city->currentText(), "Pune");
+    EXPECT_EQ(country->currentText(), "India");
+    EXPECT_EQ(lati->text(), "018:32");
+    EXPECT_EQ(Find<QLineEdit>("TxtMuhuNS")->text(), "N");
+    EXPECT_EQ(Find<QLineEdit>("txtMuhuEW")->text(), "E");
+    EXPECT_EQ(gmt->text(), "+05.30");
+
+    // Another country chosen: Pune's place does not stay under it.
+    Type(country, "Argentina");
+    QTest::keyClick(country->lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(country->currentText(), "Argentina");
+    EXPECT_EQ(city->currentText(), "");
+    EXPECT_EQ(lati->text(), "000:00");
+    EXPECT_EQ(gmt->text(), "-03.00");
+    // The same country chosen again keeps its city.
+    Type(city, "Buenos");
+    QTest::keyClick(city->lineEdit(), Qt::Key_Return);
+    const QString buenos = lati->text();
+    EXPECT_NE(buenos, "000:00");
+    emit country->activated(country->findText("Argentina"));
+    EXPECT_EQ(lati->text(), buenos);
+
+    // A name that finds nothing takes back the zone a partial one gave.
+    Type(country, "A");
+    EXPECT_NE(gmt->text(), "+00.00");
+    QTest::keyClicks(country->lineEdit(), "tlantis");
+    EXPECT_EQ(form->Hint(),
+              "If the country is Atlantis is not in database, you'll have to provide GMT Difference manually.");
+    EXPECT_EQ(gmt->text(), "+00.00");
+    // Enter on a name that finds nothing fills nothing.
+    QTest::keyClick(country->lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(country->currentText(), "Atlantis");
+    EXPECT_EQ(gmt->text(), "+00.00");
+}
+
+TEST_F(RequestForm, BirthTimesKeepTheirHalfOfTheDayAsTheMuhurthasDo)
+{
+    StorePerson("Vikram", "5", "17", 1);  // 17.45 kept with AM by an older version
+    Reopen();
+    Find<QAbstractButton>("butMarriage")->click();
+    Next();
+    Next();
+    ASSERT_EQ(Page(), 4);
+    auto* time = Find<QLineEdit>("txtGalTime");
+    time->setFocus();
+    time->selectAll();
+    QTest::keyClicks(time, "1745");
+    EXPECT_EQ(time->text(), "17.45");
+    EXPECT_TRUE(Find<QRadioButton>("optGalAMPM(1)")->isChecked());
+    form->GatherRequest();
+    EXPECT_EQ(form->Request().Girl.AMPM, 2);
+    // PM on a morning time rewrites it, as on the Muhurtha's own fields.
+    auto* boyTime = Find<QLineEdit>("txtBoyTime");
+    boyTime->setText("07.45");
+    EXPECT_TRUE(Find<QRadioButton>("optBoyAMPM(0)")->isChecked());
+    Find<QRadioButton>("optBoyAMPM(1)")->click();
+    EXPECT_EQ(boyTime->text(), "19.45");
+    // A stored person is shown with the half of the day of the hour the
+    // chart is cast for.
+    auto* boy = Find<QComboBox>("cmbBoyName");
+    Type(boy, "Vikr");
+    QTest::keyClick(boy->lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(boyTime->text(), "17.45");
+    EXPECT_TRUE(Find<QRadioButton>("optBoyAMPM(1)")->isChecked());
+}
+
+TEST_F(RequestForm, TheWordsOnTheFormFollowWhatIsChosen)
+{
+    auto* step = Find<QLabel>("lblStep");
+    Find<QAbstractButton>("butJourney")->click();
+    auto* list = Find<QTreeWidget>("tvMuhuList");
+    ASSERT_GT(list->topLevelItemCount(), 2);
+    list->setCurrentItem(list->topLevelItem(2));
+    const QString chosen = list->topLevelItem(2)->text(0);
+    EXPECT_TRUE(step->text().endsWith(chosen)) << step->text().toStdString();
+    EXPECT_EQ(form->Title(), "Ranvel-" + chosen);
+
+    Next();
+    auto* summary = Find<QLabel>("lblChosen");
+    EXPECT_NE(summary->text().indexOf("range"), -1);
+    Find<QRadioButton>("optMuhuCheck")->click();
+    EXPECT_EQ(summary->text().indexOf("range"), -1);
+    EXPECT_NE(summary->text().indexOf("moment"), -1);
+}
+
+TEST_F(RequestForm, PageFourLoadsTheCoupleAndBornNowFindsTheMuhurtha)
+{
+    StorePerson("Arjun", "14", "9", 1);
+    StorePerson("Meera", "3", "17", 2);
+    Reopen();
+    Find<QAbstractButton>("butMarriage")->click();
+    Next();
+    Find<QComboBox>("cmbBoyName")->setEditText("Arjun");
+    Find<QComboBox>("cmbGalName")->setEditText("Meera");
+    Next();
+    ASSERT_EQ(Page(), 4);
+    EXPECT_EQ(Find<QLineEdit>("txtBoyDate")->text(), "14/03/1990");
+    EXPECT_EQ(Find<QLineEdit>("txtGalDate")->text(), "03/03/1990");
+    EXPECT_EQ(Find<QLineEdit>("txtGalTime")->text(), "17.45");
+    EXPECT_EQ(Find<QComboBox>("cmbGalPlace")->currentText(), "Pune");
+
+    // Born now: the person's birth is this moment, and the search runs.
+    Back();
+    Back();
+    Find<QAbstractButton>("butJourney")->click();
+    Next();
+    Next();
+    ASSERT_EQ(Page(), 3);
+    for (auto [field, value] : {std::pair{"cmbCountry", "India"}, {"cmbCity", "Pune"}})
+        Find<QComboBox>(field)->setEditText(value);
+    Find<QLineEdit>("txtLati")->setText("018:31");
+    Find<QLineEdit>("txtLongi")->setText("073:51");
+    Find<QLineEdit>("txtGMT")->setText("+05.30");
+    bool generated = false;
+    QObject::connect(form, &frmLogin::Generated, [&] { generated = true; });
+    form->cmdNowCast();
+    const QDateTime now = QDateTime::currentDateTime();
+    EXPECT_EQ(Find<QLineEdit>("txtBDate")->text(), now.toString("dd/MM/yyyy"));
+    const int hour = Find<QLineEdit>("txtBTime")->text().left(2).toInt();
+    EXPECT_EQ(Find<QRadioButton>("optAMPM(1)")->isChecked(), hour >= 12);
+    EXPECT_TRUE(generated);
+    EXPECT_EQ(Page(), 1);
+
+    // Exit asks first; No leaves the form as it was.
+    messages.SetAnswer(MsgAnswer::No);
+    messages.Clear();
+    form->cmdExit();
+    ASSERT_EQ(messages.Messages().size(), 1u);
+    EXPECT_EQ(messages.Messages().back().title, "Exit software?");
+    EXPECT_EQ(messages.Messages().back().text, "Do you really want to exit?");
+    EXPECT_TRUE(form->isVisible());
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 #include "ranvel/app/frmSplash.h"
 #include "ranvel/app/mdiMother.h"
 #include "ranvel/app/startup.h"
+#include "ranvel/data/messages.h"
+#include "ranvel/data/settings_keys.h"
 #include "ranvel/platform/gui/fonts.h"
 
 namespace ranvel::test {
@@ -52,6 +54,35 @@ TEST_F(Startup, TheSplashLoadsTheMainWindowOnce)
     EXPECT_EQ(MainWindow(), first);
     EXPECT_TRUE(messages.Messages().empty());
     frmSplash::SplashDone() = false;
+}
+
+TEST_F(Startup, ANarrowScreenIsWarnedOfUnlessSHOWERRORSaysNo)
+{
+    CheckDisplay(1024);
+    EXPECT_TRUE(messages.Messages().empty());
+    CheckDisplay(640);
+    ASSERT_EQ(messages.Messages().size(), 1u);
+    EXPECT_EQ(messages.Messages()[0].title, Msg(14));
+    EXPECT_EQ(messages.Messages()[0].text, Msg(13));
+    // The start goes on either way; with SHOWERROR false there is no word.
+    WriteIni(keys::ShowError, "False");
+    CheckDisplay(640);
+    EXPECT_EQ(messages.Messages().size(), 1u);
+}
+
+TEST_F(Startup, AFaultThatACommandLetsThroughEndsTheCommandNotTheProgram)
+{
+    // The tests run in the desktop's own application object; its notify is
+    // called here as the event loop calls it.
+    struct Thrower : QObject {
+        bool event(QEvent*) override { throw std::runtime_error("near \"Brien\": syntax error"); }
+    } thrower;
+    QEvent poke(QEvent::User);
+    auto* desktop = dynamic_cast<RanvelApplication*>(QCoreApplication::instance());
+    ASSERT_NE(desktop, nullptr);
+    EXPECT_FALSE(desktop->notify(&thrower, &poke));
+    ASSERT_EQ(messages.Messages().size(), 1u);
+    EXPECT_EQ(messages.Messages()[0].text, "near \"Brien\": syntax error");
 }
 
 TEST_F(Startup, DecimalCommaMachinesPassTheRegionalCheck)

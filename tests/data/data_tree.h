@@ -38,11 +38,15 @@ inline std::filesystem::path SourceDir()
     return {};
 }
 
-// A fresh, empty folder for the running test.
+// A fresh, empty folder for the running test: below RANVEL_TEST_TMP, or
+// below the system's temporary folder for a run outside the build.
 inline std::filesystem::path DataScratch()
 {
     const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    auto dir = std::filesystem::path(std::getenv("RANVEL_TEST_TMP")) / "data" /
+    const char* env = std::getenv("RANVEL_TEST_TMP");
+    const std::filesystem::path root =
+        env && *env ? std::filesystem::path(env) : std::filesystem::temp_directory_path() / "ranvel-tests";
+    auto dir = root / "data" /
                (std::string(info->test_suite_name()) + "." + info->name());
     std::filesystem::remove_all(dir);
     std::filesystem::create_directories(dir);

@@ -60,6 +60,12 @@ bool RunCommand(F&& command)
     }
 }
 
+// Names go into the store's queries as they stand, where an apostrophe would
+// end the query's text early. Such a name is refused before anything is
+// written: the box says why, and the answer is true. `what` names the kind
+// of thing in the box's words ("person", "city", "theme", ...).
+bool RefusedName(const std::string& name, const QString& what);
+
 // Ties a label to the control it names (access key and spoken name).
 void Names(QLabel* label, QWidget* control);
 // The spoken name and the tip of a control that has no label of its own.

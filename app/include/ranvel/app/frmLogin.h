@@ -73,6 +73,18 @@ public:
     static QString RewriteForHalf(const QString& time, int half);
 
     QString Hint() const;
+    // The main window's title for what is chosen: the program's title, "-"
+    // and the Muhurtha's name.
+    QString Title() const;
+    // The Muhurtha chosen; the step line, the page 2 summary and the title
+    // follow it.
+    void SetMuhuName(const std::string& name);
+
+signals:
+    // A generation ended with a result: the result pages may be opened.
+    void Generated();
+    // The title changed with the Muhurtha chosen.
+    void TitleChanged(const QString& title);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

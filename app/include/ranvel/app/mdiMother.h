@@ -70,11 +70,19 @@ public:
     void SendMailHTML();
     void SendMailPDF();
 
+    // The page in front built anew (the others are built when shown).
+    void RebuildResultPages();
+
     // Restores the bottom bar and the side tree from their settings, as a
     // generation does when it ends.
     void RestoreResultView();
 
     QAction* Action(const QString& name) const;
+
+signals:
+    // The setup wizard, run from the Settings menu, has ended: the start's
+    // checks run again.
+    void SetupWizardEnded();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -2,13 +2,22 @@
 // on, and the desktop program's entry point.
 #pragma once
 
+#include <QApplication>
 #include <string>
 #include <vector>
 
-class QApplication;
 class QWidget;
 
 namespace ranvel {
+
+// The desktop program's application object. A run-time fault that a
+// command's handler let through ends that command with the fault's box;
+// the program goes on.
+class RanvelApplication : public QApplication {
+public:
+    RanvelApplication(int& argc, char** argv) : QApplication(argc, argv) {}
+    bool notify(QObject* receiver, QEvent* event) override;
+};
 
 // The program's own display fonts: family name and file base name under
 // <app>/EPHE/Fonti/ (with the extension .IFT).
@@ -27,6 +36,7 @@ bool CheckRegionalSettings();
 // A screen under 800 pixels wide is warned of, unless SHOWERROR is false in
 // GENDAT.INI; the start goes on.
 void CheckDisplay();
+void CheckDisplay(int screenWidth);
 // Each display font that the desktop does not have is registered for this
 // program from its file. Gives the names that could not be registered.
 std::vector<std::string> CheckFonts();
