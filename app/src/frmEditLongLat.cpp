@@ -11,6 +11,7 @@
 #include <QTabWidget>
 #include <functional>
 #include <memory>
+#include <type_traits>
 
 #include "ranvel/app/appinfo.h"
 #include "ranvel/app/formkit.h"
@@ -111,6 +112,21 @@ QWidget* Pair(QWidget* parent, const char* holder, QRadioButton*& a, const char*
     b = ui::Option(w, bName, bCaption, {at.w / 2, 0, at.w / 2, at.h});
     a->setChecked(true);
     return w;
+}
+
+// A handler of the dialog: a run-time fault (a query broken by a name, a
+// file that can't be written) ends it with a box giving the fault, and the
+// dialog goes on.
+template <typename F>
+auto Guarded(F handler)
+{
+    return [handler](auto&&... args) {
+        ui::RunCommand([&] {
+            // What the signal carries, when the handler takes it.
+            if constexpr (std::is_invocable_v<const F&, decltype(args)...>) handler(args...);
+            else handler();
+        });
+    };
 }
 
 constexpr Box kSaveButton{308, 272, 104, 30};
@@ -304,12 +320,12 @@ void frmEditLongLat::Impl::BuildAyanamshTab()
 
     QPushButton* save = ui::Button(p, "cmdAyanSave", "&Save", {420, 272, 104, 30});
     save->setIcon(QIcon(":/icons/save.svg"));
-    connect(save, &QPushButton::clicked, form, [this] {
+    connect(save, &QPushButton::clicked, form, Guarded([this] {
         for (const auto& [option, type] : ayanamshas)
             if (option->isChecked()) WriteSetting(keys::AyanType, vb::CStr(type));
         if (optCustom->isChecked()) WriteSetting(keys::CustAyan, Text(txtCustAyan));
         Status("The ayanamsha has been saved; new charts use it.");
-    });
+    }));
 }
 
 void frmEditLongLat::Impl::BuildRahuTab()
@@ -325,10 +341,10 @@ void frmEditLongLat::Impl::BuildRahuTab()
 
     QPushButton* save = ui::Button(p, "cmdRahuSave", "&Save", {420, 272, 104, 30});
     save->setIcon(QIcon(":/icons/save.svg"));
-    connect(save, &QPushButton::clicked, form, [this] {
+    connect(save, &QPushButton::clicked, form, Guarded([this] {
         WriteSetting(keys::RahuKetuMode, optRahuTrue->isChecked() ? "2" : "1");
         Status("The motion of Rahu and Ketu has been saved; new charts use it.");
-    });
+    }));
 }
 
 void frmEditLongLat::Impl::BuildDetailsTab()
@@ -345,11 +361,11 @@ void frmEditLongLat::Impl::BuildDetailsTab()
 
     QPushButton* save = ui::Button(p, "cmdDetSave", "&Save", {420, 272, 104, 30});
     save->setIcon(QIcon(":/icons/save.svg"));
-    connect(save, &QPushButton::clicked, form, [this] {
+    connect(save, &QPushButton::clicked, form, Guarded([this] {
         WriteIni(keys::DispName, S(txtDispName->text()));
         WriteIni(keys::DispAdd, S(txtDispAdd->text()));
         Status("Your details have been saved.");
-    });
+    }));
 }
 
 void frmEditLongLat::Impl::LoadSettings()
@@ -474,6 +490,7 @@ void frmEditLongLat::Impl::NewCity()
 
 void frmEditLongLat::Impl::SaveCity()
 {
+    if (ui::RefusedName(Text(cmbCityList), "city") || ui::RefusedName(Text(cbocCountry), "country")) return;
     places::CityFields c;
     c.City = Text(cmbCityList);
     c.Country = Text(cbocCountry);
@@ -510,7 +527,10 @@ void frmEditLongLat::Impl::CountryChosen(const QString& name)
         if (!places->PickCountry(S(name.trimmed()))) return;
         SetEditText(cboCNTRY, Q(places->PickedCountry()));
         const std::optional<std::string> zone = places->CountryZone(places->PickedCountry());
-        txtGMTDiff->setText(zone && !zone->empty() ? Q(*zone) : QString(places::kBlankZone));
+        const QString z = zone && !zone->empty() ? Q(*zone) : QString(places::kBlankZone);
+        txtGMTDiff->setText(z);
+        // The country's zone is offered to the city being edited as well.
+        txtCitGMT->setText(z);
         Status(QString());
     });
     ShowCountryMode();
@@ -529,6 +549,7 @@ void frmEditLongLat::Impl::NewCountry()
 void frmEditLongLat::Impl::SaveCountry()
 {
     const std::string name = Text(cboCNTRY);
+    if (ui::RefusedName(name, "country")) return;
     Run([&] {
         places->SaveCountry(name, Text(txtGMTDiff));
         FillCountries();
@@ -561,28 +582,29 @@ void frmEditLongLat::Impl::WirePlaces()
     // once), or typed and taken with Enter. Enter on a name of the list
     // already counts as picking it from the list.
     auto picked = [this](QComboBox* box, std::function<void(const QString&)> take) {
-        connect(box, qOverload<int>(&QComboBox::activated), form, [box, take](int i) { take(box->itemText(i)); });
-        connect(box->lineEdit(), &QLineEdit::returnPressed, form, [box, take] {
+        connect(box, qOverload<int>(&QComboBox::activated), form,
+                Guarded([box, take](int i) { take(box->itemText(i)); }));
+        connect(box->lineEdit(), &QLineEdit::returnPressed, form, Guarded([box, take] {
             if (box->findText(box->currentText(), Qt::MatchFixedString) < 0) take(box->currentText());
-        });
+        }));
     };
     picked(cbocCountry, [this](const QString& n) { CityCountryChosen(n); });
     picked(cmbCityList, [this](const QString& n) { CityChosen(n); });
     picked(cboCNTRY, [this](const QString& n) { CountryChosen(n); });
-    connect(cmbCityList, &QComboBox::editTextChanged, form, [this] { ShowCityMode(); });
-    connect(cboCNTRY, &QComboBox::editTextChanged, form, [this] { ShowCountryMode(); });
+    connect(cmbCityList, &QComboBox::editTextChanged, form, Guarded([this] { ShowCityMode(); }));
+    connect(cboCNTRY, &QComboBox::editTextChanged, form, Guarded([this] { ShowCountryMode(); }));
 
-    connect(cmdNewCity, &QPushButton::clicked, form, [this] { NewCity(); });
-    connect(cmdSave, &QPushButton::clicked, form, [this] { SaveCity(); });
-    connect(cmdDelete, &QPushButton::clicked, form, [this] { DeleteCity(); });
-    connect(cmdNewCountry, &QPushButton::clicked, form, [this] { NewCountry(); });
-    connect(cmdCSave, &QPushButton::clicked, form, [this] { SaveCountry(); });
-    connect(cmdCDelete, &QPushButton::clicked, form, [this] { DeleteCountry(); });
+    connect(cmdNewCity, &QPushButton::clicked, form, Guarded([this] { NewCity(); }));
+    connect(cmdSave, &QPushButton::clicked, form, Guarded([this] { SaveCity(); }));
+    connect(cmdDelete, &QPushButton::clicked, form, Guarded([this] { DeleteCity(); }));
+    connect(cmdNewCountry, &QPushButton::clicked, form, Guarded([this] { NewCountry(); }));
+    connect(cmdCSave, &QPushButton::clicked, form, Guarded([this] { SaveCountry(); }));
+    connect(cmdCDelete, &QPushButton::clicked, form, Guarded([this] { DeleteCountry(); }));
 
-    auto* leave = new LeaveWatch(form, [this](QObject* field) {
+    auto* leave = new LeaveWatch(form, Guarded([this](QObject* field) {
         if (field == txtLat) places::CheckDegrees(Text(txtLat), places::Axis::Latitude);
         else if (field == txtLong) places::CheckDegrees(Text(txtLong), places::Axis::Longitude);
-    });
+    }));
     txtLat->installEventFilter(leave);
     txtLong->installEventFilter(leave);
 }
@@ -608,7 +630,7 @@ frmEditLongLat::frmEditLongLat(Tab tab, QWidget* parent) : QDialog(parent), d_(n
     d_->lblStatus->setWordWrap(true);
     QPushButton* cmdClose = ui::Button(this, "cmdClose", "C&lose", {450, 374, 100, 30});
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
-    connect(d_->tabEdit, &QTabWidget::currentChanged, this, [this] { d_->Status(QString()); });
+    connect(d_->tabEdit, &QTabWidget::currentChanged, this, Guarded([this] { d_->Status(QString()); }));
 
     d_->LoadSettings();
     try {

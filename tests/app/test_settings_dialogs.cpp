@@ -114,6 +114,17 @@ TEST_F(PlaceEditorForm, PickingACountryFillsTheZonesAndTheCityList)
     EXPECT_EQ(Field("txtGMTDiff"), "+05.30");
 }
 
+TEST_F(PlaceEditorForm, PickingACountryOnItsOwnTabOffersItsZoneToTheCityToo)
+{
+    Pick("cbocCountry", "Chile");
+    EXPECT_EQ(Field("txtCitGMT"), "-04.00");
+    editor->ShowTab(frmEditLongLat::Tab::Country);
+    Pick("cboCNTRY", "Japan");
+    EXPECT_EQ(Field("txtGMTDiff"), "+09.00");
+    EXPECT_EQ(Field("txtCitGMT"), "+09.00");
+    EXPECT_TRUE(messages.Messages().empty());
+}
+
 TEST_F(PlaceEditorForm, APickedCityIsChangedInPlaceAndANewOneAdded)
 {
     Pick("cbocCountry", "India");
@@ -187,6 +198,48 @@ TEST_F(PlaceEditorForm, ANameWithAnApostropheEndsTheCommandWithItsFault)
     Pick("cmbCityList", "O'Hare");
     ASSERT_EQ(messages.Messages().size(), 1u);
     EXPECT_EQ(messages.Messages()[0].icon, MsgIcon::Critical);
+    // Deleting looks the name up too: the fault ends that command alone.
+    Click("cmdDelete");
+    ASSERT_EQ(messages.Messages().size(), 2u);
+    EXPECT_EQ(messages.Messages()[1].icon, MsgIcon::Critical);
+    EXPECT_TRUE(shown->isVisible());
+}
+
+TEST_F(PlaceEditorForm, ANameWithAnApostropheIsRefusedBeforeAnythingIsWritten)
+{
+    const long cities = Rows("SELECT * FROM City"), countries = Rows("SELECT * FROM Country");
+    auto refused = [&](const char* what) {
+        ASSERT_FALSE(messages.Messages().empty());
+        const Message& m = messages.Messages().back();
+        EXPECT_EQ(m.title, "Invalid Name");
+        EXPECT_EQ(m.icon, MsgIcon::Exclamation);
+        EXPECT_NE(m.text.find(what), std::string::npos) << m.text;
+        EXPECT_EQ(Rows("SELECT * FROM City"), cities);
+        EXPECT_EQ(Rows("SELECT * FROM Country"), countries);
+    };
+    // A new city of that name, in a country of the list.
+    Pick("cbocCountry", "India");
+    Click("cmdNewCity");
+    Pick("cmbCityList", "Ranjit's Nagar");
+    messages.Clear();
+    Click("cmdSave");
+    refused("city");
+    // A city of a country whose name holds one.
+    Pick("cmbCityList", "Testpur");
+    Find<QComboBox>("cbocCountry")->setEditText("Cote d'Ivoire");
+    Click("cmdSave");
+    refused("country");
+    // A country, new or renamed.
+    editor->ShowTab(frmEditLongLat::Tab::Country);
+    Click("cmdNewCountry");
+    Pick("cboCNTRY", "Cote d'Ivoire");
+    Click("cmdCSave");
+    refused("country");
+    Pick("cboCNTRY", "India");
+    Find<QComboBox>("cboCNTRY")->setEditText("Bharat's India");
+    Click("cmdCSave");
+    refused("country");
+    EXPECT_EQ(Rows("SELECT * FROM Country WHERE Name = 'India'"), 1);
     EXPECT_TRUE(shown->isVisible());
 }
 
