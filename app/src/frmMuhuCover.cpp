@@ -190,10 +190,6 @@ frmMuhuCover::frmMuhuCover(QWidget* parent) : QWidget(parent), d_(std::make_uniq
     pair("lblDate", "lblBMDate", kLeft, best + 480, 4800);
     pair("lblFrom", "lblBMFrom", kLeft, best + 880, 1700);
     pair("lblTo", "lblBMTo", kLeft + 3000, best + 880, 1700);
-    for (const char* n : {"lblBMDate", "lblBMFrom", "lblBMTo"}) {
-        QLabel* l = findChild<QLabel*>(n);
-        SetTwips(l, TwipsOf(l).x(), TwipsOf(l).y() - 40, TwipsOf(l).width(), 400);
-    }
     d_->tableBacks.push_back(d_->Box(this, "shpBMBack", kLeft, best + 1380, 6200, 8 * kRow + 120));
     int row = best + 1440;
     for (const auto& [cap, val] : kBestRows) {
@@ -205,11 +201,14 @@ frmMuhuCover::frmMuhuCover(QWidget* parent) : QWidget(parent), d_(std::make_uniq
     d_->kunMuhu->setObjectName("kunMuhu");
     SetTwips(d_->kunMuhu, 7120, best, 4400, 4400);
 
+    // The score: its caption, the percent and the word for it, on one line,
+    // and the band's words below.
     d_->captions.push_back(d_->Make(this, "lblMuhScore", kLeft, best + 4080, 1500, 400));
-    d_->values.push_back(d_->Make(this, "lblBMScore", kLeft + 1500, best + 3960, 1700, 560, 1));
-    d_->captions.push_back(d_->Make(this, "lblBMScorePercent", kLeft + 3300, best + 4080, 2600, 400));
+    d_->values.push_back(d_->Make(this, "lblBMScore", kLeft + 1300, best + 4080, 1000, 400, 1));
+    d_->values.push_back(d_->Make(this, "lblBMScorePercent", kLeft + 2400, best + 4080, 2600, 400));
     QLabel* band = d_->Make(this, "lblBMBand", kLeft, best + 4620, kWidth, 560);
     band->setProperty("band", true);
+    d_->values.push_back(band);
 
     // The foot: the user's name and address.
     d_->linFoot = d_->Rule("linFoot", kLeft, 15020, kLeft + kWidth, 15020);
@@ -316,18 +315,9 @@ void frmMuhuCover::SetFonts()
 {
     for (QLabel* l : d_->captions) page::Apply(l, Style::Caption);
     for (QLabel* l : d_->headings) page::Apply(l, Style::Heading);
+    // The values: every ...Val label and the whole best Muhurtha block,
+    // its span and score included.
     for (QLabel* l : d_->values) page::Apply(l, Style::Value);
-    for (const char* n : {"lblBMDate", "lblBMFrom", "lblBMTo"}) {
-        page::Apply(Label(n), Style::Value);
-        QFont f = Label(n)->font();
-        f.setPointSize(f.pointSize() + 3);
-        f.setBold(true);
-        Label(n)->setFont(f);
-    }
-    QFont score = page::Font(Style::Heading);
-    score.setPointSize(score.pointSize() + 6);
-    Label("lblBMScore")->setFont(score);
-    page::Apply(Label("lblBMBand"), Style::Body);
     Label("lblSymbol")->setFont(QFont("Ranvel Astro", 36));
 
     // The page's own colours, from the active theme.
@@ -364,6 +354,9 @@ void frmMuhuCover::SetFonts()
         page::Paint(Label(n), ColorFromSetting(c.TableHeadText));
     }
     QFont small = page::Font(Style::Value);
+    // Your name and address are one label, and printing and export give a
+    // label one colour: the whole line takes the name's colour, so that
+    // paper and PDF show what the screen shows.
     Label("lblDispName")->setFont(small);
     page::Paint(Label("lblDispName"), ColorFromSetting(c.CompanyNameCol));
     Label("lblPageNo")->setFont(small);

@@ -11,10 +11,13 @@
 #include "ranvel/app/frmMuhuCover.h"
 #include "ranvel/app/frmMuhuTxt.h"
 #include "ranvel/app/mdiMother.h"
+#include "ranvel/app/pagestyle.h"
 #include "ranvel/data/themes.h"
 #include "ranvel/engine/analysis.h"
 #include "ranvel/engine/request_state.h"
+#include "ranvel/data/settings_keys.h"
 #include "ranvel/output/Kundali.h"
+#include "ranvel/output/controls.h"
 #include "ranvel/platform/vbmath.h"
 
 namespace ranvel::test {
@@ -157,6 +160,38 @@ TEST_F(ResultPages, AMomentShowsOneDayAndAPercentOverAHundredKeepsTheTopBand)
     cover.Load();
     EXPECT_EQ(Text(cover, "lblBMScore").toStdString(), vb::CStr(e.BestMuhuPercent()));
     EXPECT_EQ(Text(cover, "lblBMBand").toStdString(), e.MuhuScoreText(100).ToTextOrEmpty());
+}
+
+TEST_F(ResultPages, TheBestMuhurthaIsWrittenAsValuesAndTheFootInOneColourAsPrinted)
+{
+    // Each style in a colour of its own, so that a label in another shows.
+    PageColors c;
+    c.HeadingCol = 0x0000AA;
+    c.SubHeadCol = 0x00AA00;
+    c.NormTextCol = 0xAA0000;
+    c.CompanyNameCol = 0x123456;
+    c.CompanyAddressCol = 0x654321;
+    ActivePageColors() = c;
+    MuhurthaRequest r = JourneyMoment();
+    Generate(r);
+    frmMuhuCover cover;
+    cover.Load();
+
+    int values = 0;
+    for (QLabel* l : cover.findChildren<QLabel*>()) {
+        const QString name = l->objectName();
+        if (!name.startsWith("lblBM") && !name.endsWith("Val")) continue;
+        ++values;
+        EXPECT_EQ(l->font(), page::Font(page::Style::Value)) << name.toStdString();
+        EXPECT_EQ(l->palette().color(QPalette::WindowText), ColorFromSetting(c.NormTextCol)) << name.toStdString();
+    }
+    EXPECT_EQ(values, 14 + 5 + 2 * 14);  // the best Muhurtha, the request, both persons' tables
+
+    // Your name and address are one label in the name's colour, the one
+    // colour that printing and export copy for it.
+    QLabel* foot = Child<QLabel>(&cover, "lblDispName");
+    EXPECT_EQ(foot->text().toStdString(), ReadIni(keys::DispName) + " - " + ReadIni(keys::DispAdd));
+    EXPECT_EQ(foot->palette().color(QPalette::WindowText), ColorFromSetting(c.CompanyNameCol));
 }
 
 TEST_F(ResultPages, TheMainWindowShowsBothPagesAfterAGeneration)
