@@ -31,8 +31,8 @@ QSize Swatch::sizeHint() const { return {48, 20}; }
 
 void Swatch::Pick()
 {
-    const std::optional<QColor> chosen = Dialogs().Color(window(), colour_);
-    if (!chosen) return;
+    std::optional<QColor> chosen;
+    if (!ui::RunCommand([&] { chosen = Dialogs().Color(window(), colour_); }) || !chosen) return;
     SetColor(*chosen);
     emit Chosen(*chosen);
 }

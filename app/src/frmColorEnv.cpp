@@ -37,7 +37,11 @@ struct ColourRow {
 };
 
 // The page's colours from its top to its foot; a small gap parts the
-// groups (the top, the names, the text, the tables, the foot).
+// groups (the top, the names, the text, the tables, the foot). The foot's
+// one line, your name and address, is a single label, and printing and
+// export give a label one colour: the page shows it all in the name's
+// colour, so the address's colour has no swatch of its own. The themes and
+// GENDAT.INI keep its value, carried through unchanged.
 const ColourRow kPageRows[] = {
     {"TopLineCol", "Line at the page top"},
     {"CircleBorderCol", "Logo circle border"},
@@ -52,8 +56,7 @@ const ColourRow kPageRows[] = {
     {"TableHeadCol", "Table header background"},
     {"TableHeadText", "Table header text"},
     {"TableBackCol", "Table background"},
-    {"CompanyNameCol", "Your name on the pages"},
-    {"CompanyAddressCol", "Your address on the pages"},
+    {"CompanyNameCol", "Your name and address"},
 };
 constexpr int kGroupEnds[] = {3, 6, 9, 12};
 
@@ -69,8 +72,7 @@ public:
     {
         setAttribute(Qt::WA_OpaquePaintEvent);
         setAccessibleName("Page sample");
-        name_ = Q(ReadIni(keys::DispName));
-        address_ = Q(ReadIni(keys::DispAdd));
+        foot_ = Q(ReadIni(keys::DispName) + " - " + ReadIni(keys::DispAdd));
     }
     void SetColors(const PageColors& c)
     {
@@ -147,27 +149,21 @@ protected:
         p.setPen(col(c_.NormTextCol));
         p.drawText(body.adjusted(6, 2, -6, 0), Qt::AlignLeft | Qt::AlignTop, "Table text\nTable text");
 
-        // The foot: the line again, the user's name and address.
+        // The foot: the line again, the user's name and address in one
+        // line and one colour, as the Score page has them.
         p.setPen(QPen(col(c_.TopLineCol), 1));
         p.drawLine(QPointF(10, h - 26), QPointF(w - 10, h - 26));
         const QFont small = face(-1, false);
-        QFont smallBold = small;
-        smallBold.setBold(true);
-        p.setFont(smallBold);
+        p.setFont(small);
         p.setPen(col(c_.CompanyNameCol));
         const QRectF foot(12, h - 22, w - 24, 18);
-        p.drawText(foot, Qt::AlignLeft | Qt::AlignVCenter, name_);
-        const double nameWidth = QFontMetricsF(smallBold).horizontalAdvance(name_) + 12;
-        p.setFont(small);
-        p.setPen(col(c_.CompanyAddressCol));
-        const QRectF rest = foot.adjusted(nameWidth, 0, 0, 0);
-        p.drawText(rest, Qt::AlignRight | Qt::AlignVCenter,
-                   QFontMetricsF(small).elidedText(address_, Qt::ElideRight, rest.width()));
+        p.drawText(foot, Qt::AlignHCenter | Qt::AlignVCenter,
+                   QFontMetricsF(small).elidedText(foot_, Qt::ElideRight, foot.width()));
     }
 
 private:
     PageColors c_;
-    QString name_, address_;
+    QString foot_;
 };
 
 }  // namespace
@@ -181,6 +177,10 @@ struct frmColorEnv::Impl {
     PagePreview* preview = nullptr;
     QComboBox* themes = nullptr;
     QGroupBox* framTheme = nullptr;
+    QLabel* lblStatus = nullptr;
+    // The address's colour, which has no swatch: kept as the active colours
+    // or the theme last selected hold it.
+    long address = 0;
 
     // A command on the store; a fault in it ends the command with its text.
     template <typename F>
@@ -191,6 +191,7 @@ struct frmColorEnv::Impl {
 
     void Show(PageColors p, ChartColors c)
     {
+        address = p.CompanyAddressCol;
         for (auto& [key, swatch] : page) swatch->SetSetting(PageColor(p, key));
         for (auto& [key, swatch] : chart) swatch->SetSetting(ChartColor(c, key));
         const QSignalBlocker b1(lineWidth), b2(borderWidth);
@@ -237,20 +238,35 @@ struct frmColorEnv::Impl {
             themes->setFocus();
             return;
         }
+        if (ui::RefusedName(S(name), "theme")) return;
         Run([&] {
             SaveTheme(*RecosDB(), S(name), form->Page(), form->Chart());
             FillThemes();
             ShowName(name);
+            lblStatus->setText("The scheme " + name + " has been saved.");
         });
     }
 
     void DeleteScheme()
     {
+        if (ui::RefusedName(Name(), "theme")) return;
         Run([&] {
+            const QString name = themes->currentText();
             if (!DeleteTheme(*RecosDB(), Name())) return;
             FillThemes();
             ShowName({});
+            lblStatus->setText("The scheme " + name + " has been deleted.");
         });
+    }
+
+    // The colours in the dialog become the active ones; the dialog stays
+    // open for more changes.
+    void SaveColours()
+    {
+        if (ui::RefusedName(Name(), "theme")) return;
+        if (!ui::RunCommand([&] { SaveActiveColors(form->Page(), form->Chart(), Name()); })) return;
+        lblStatus->setText("The colours have been saved; the result pages show them.");
+        emit form->Saved();
     }
 };
 
@@ -270,11 +286,21 @@ frmColorEnv::frmColorEnv(QWidget* parent) : QDialog(parent), d_(std::make_unique
         Swatch* s = ui::ColorSwatch(framPage, ("pic" + std::string(r.key)).c_str(), {246, y, 60, 20});
         ui::Names(l, s);
         d_->page.emplace_back(r.key, s);
-        connect(s, &Swatch::Chosen, this, [this] { d_->PageChanged(); });
+        connect(s, &Swatch::Chosen, this, [this] { d_->Run([this] { d_->PageChanged(); }); });
         y += 26;
         for (int end : kGroupEnds)
             if (static_cast<int>(i) == end) y += 10;
     }
+
+    QLabel* foot = ui::Label(framPage, "lblFootNote",
+                             "Your name and address share one line at the foot of the Score page, and its colour, "
+                             "on the screen, on paper and in a PDF file.",
+                             {14, y + 4, 292, 54});
+    foot->setWordWrap(true);
+    foot->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    QPalette grey = foot->palette();
+    grey.setColor(QPalette::WindowText, grey.color(QPalette::PlaceholderText));
+    foot->setPalette(grey);
 
     // The chart's colours and lines, with the chart beside them.
     QGroupBox* framChart = ui::Frame(this, "framChart", "Chart colours", {344, 12, 448, 300});
@@ -284,7 +310,7 @@ frmColorEnv::frmColorEnv(QWidget* parent) : QDialog(parent), d_(std::make_unique
         Swatch* s = ui::ColorSwatch(framChart, ("pic" + std::string(r.key)).c_str(), {110, y, 52, 20});
         ui::Names(l, s);
         d_->chart.emplace_back(r.key, s);
-        connect(s, &Swatch::Chosen, this, [this] { d_->ChartChanged(); });
+        connect(s, &Swatch::Chosen, this, [this] { d_->Run([this] { d_->ChartChanged(); }); });
         y += 30;
     }
     y += 6;
@@ -295,7 +321,7 @@ frmColorEnv::frmColorEnv(QWidget* parent) : QDialog(parent), d_(std::make_unique
         spin->setGeometry(110, y, 52, 24);
         spin->setRange(1, 20);
         ui::Names(l, spin);
-        connect(spin, &QSpinBox::valueChanged, this, [this] { d_->ChartChanged(); });
+        connect(spin, &QSpinBox::valueChanged, this, [this] { d_->Run([this] { d_->ChartChanged(); }); });
         y += 32;
         return spin;
     };
@@ -322,6 +348,8 @@ frmColorEnv::frmColorEnv(QWidget* parent) : QDialog(parent), d_(std::make_unique
     QPushButton* cmdSaveTheme = ui::Button(d_->framTheme, "cmdSaveTheme", "Save Sc&heme", {360, 20, 130, 30});
     QPushButton* cmdDelTheme = ui::Button(d_->framTheme, "cmdDelTheme", "&Delete Scheme", {498, 20, 130, 30});
 
+    d_->lblStatus = ui::Label(this, "lblStatus", QString(), {14, 572, 576, 38});
+    d_->lblStatus->setWordWrap(true);
     QPushButton* cmdSave = ui::Button(this, "cmdSaveAyanKundStyle", "&Save", {600, 576, 90, 30});
     cmdSave->setIcon(QIcon(":/icons/save.svg"));
     QPushButton* cmdClose = ui::Button(this, "cmdClose", "C&lose", {698, 576, 94, 30});
@@ -336,15 +364,12 @@ frmColorEnv::frmColorEnv(QWidget* parent) : QDialog(parent), d_(std::make_unique
     });
     if (!RecosDB()) d_->framTheme->setEnabled(false);
 
+    // Every command ends in itself if it meets a fault; the dialog stays.
     connect(d_->themes, &QComboBox::activated, this, [this](int index) { d_->SelectTheme(index); });
-    connect(cmdSaveTheme, &QPushButton::clicked, this, [this] { d_->SaveScheme(); });
-    connect(cmdDelTheme, &QPushButton::clicked, this, [this] { d_->DeleteScheme(); });
-    connect(cmdSave, &QPushButton::clicked, this, [this] {
-        d_->Run([this] {
-            SaveActiveColors(Page(), Chart(), d_->Name());
-            accept();
-        });
-    });
+    connect(d_->themes, &QComboBox::editTextChanged, d_->lblStatus, &QLabel::clear);
+    connect(cmdSaveTheme, &QPushButton::clicked, this, [this] { d_->Run([this] { d_->SaveScheme(); }); });
+    connect(cmdDelTheme, &QPushButton::clicked, this, [this] { d_->Run([this] { d_->DeleteScheme(); }); });
+    connect(cmdSave, &QPushButton::clicked, this, [this] { d_->Run([this] { d_->SaveColours(); }); });
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
 }
 
@@ -353,6 +378,7 @@ frmColorEnv::~frmColorEnv() = default;
 PageColors frmColorEnv::Page() const
 {
     PageColors p;
+    p.CompanyAddressCol = d_->address;
     for (const auto& [key, swatch] : d_->page) PageColor(p, key) = swatch->Setting();
     return p;
 }

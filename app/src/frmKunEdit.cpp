@@ -60,7 +60,7 @@ frmKunEdit::frmKunEdit(QWidget* parent) : QDialog(parent), d_(std::make_unique<I
         Swatch* s = ui::ColorSwatch(framColours, r.swatch, {142, y, 60, 20});
         ui::Names(l, s);
         d_->swatches.emplace_back(r.key, s);
-        connect(s, &Swatch::Chosen, this, [this] { ApplyChartColors(*d_->demo, Chart()); });
+        connect(s, &Swatch::Chosen, this, [this] { ui::RunCommand([this] { ApplyChartColors(*d_->demo, Chart()); }); });
         y += 26;
     }
     auto width = [&](const char* label, const char* name, const QString& words) {
@@ -70,7 +70,8 @@ frmKunEdit::frmKunEdit(QWidget* parent) : QDialog(parent), d_(std::make_unique<I
         spin->setGeometry(142, y + 2, 60, 24);
         spin->setRange(1, 20);
         ui::Names(l, spin);
-        connect(spin, &QSpinBox::valueChanged, this, [this] { ApplyChartColors(*d_->demo, Chart()); });
+        connect(spin, &QSpinBox::valueChanged, this,
+                [this] { ui::RunCommand([this] { ApplyChartColors(*d_->demo, Chart()); }); });
         y += 30;
         return spin;
     };
@@ -112,13 +113,21 @@ frmKunEdit::frmKunEdit(QWidget* parent) : QDialog(parent), d_(std::make_unique<I
         if (!on) return;
         // A new chart on a page shows its numbers; passing through North
         // brings back the ones an East chart hid, so the sample agrees.
-        d_->demo->ChartStyle(Kundali::North);
-        d_->demo->ChartStyle(id);
+        ui::RunCommand([&] {
+            d_->demo->ChartStyle(Kundali::North);
+            d_->demo->ChartStyle(id);
+        });
     });
 
+    // A fault in storing ends the command with its text; the dialog stays.
     connect(cmdSave, &QPushButton::clicked, this, [this] {
-        if (d_->styles->checkedId() >= 0) WriteSetting(keys::KundStyleWritten, vb::CStr(d_->styles->checkedId()));
-        SaveChartColors(Chart());
+        const bool saved = ui::RunCommand([this] {
+            if (d_->styles->checkedId() >= 0)
+                WriteSetting(keys::KundStyleWritten, vb::CStr(d_->styles->checkedId()));
+            SaveChartColors(Chart());
+        });
+        if (!saved) return;
+        emit Saved();
         accept();
     });
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);

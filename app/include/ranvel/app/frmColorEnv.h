@@ -1,6 +1,6 @@
 // The page designer: the colours of the result pages and of the chart, a
 // sample of each, and named sets of them (themes). Nothing is stored until
-// "Save"; a theme is kept or deleted at once.
+// "Save", which keeps the dialog open; a theme is kept or deleted at once.
 #pragma once
 
 #include <QDialog>
@@ -19,6 +19,11 @@ public:
     // The colours the swatches show now.
     PageColors Page() const;
     ChartColors Chart() const;
+
+signals:
+    // The colours were saved and are the active ones now: pages built
+    // before show the old ones.
+    void Saved();
 
 private:
     struct Impl;

@@ -19,6 +19,11 @@ public:
     // The colours and widths the dialog shows now.
     ChartColors Chart() const;
 
+signals:
+    // The style and the chart's colours were saved: charts drawn before
+    // show the old ones.
+    void Saved();
+
 private:
     struct Impl;
     std::unique_ptr<Impl> d_;
