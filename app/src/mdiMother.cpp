@@ -26,6 +26,7 @@
 #include "ranvel/app/frmCalcOptions.h"
 #include "ranvel/app/frmColorEnv.h"
 #include "ranvel/app/frmEditLongLat.h"
+#include "ranvel/app/frmHelp.h"
 #include "ranvel/app/frmKunEdit.h"
 #include "ranvel/app/frmLogin.h"
 #include "ranvel/app/frmMuhuCover.h"
@@ -220,13 +221,13 @@ void mdiMother::BuildMenus()
     // moment: after a save they are built again.
     item(settings, "mnuSettingsColor", "&Page Designer...", [this] {
         frmColorEnv dialog(this);
+        connect(&dialog, &frmColorEnv::Saved, this, &mdiMother::RebuildResultPages);
         dialog.exec();
-        RebuildResultPages();
     });
     item(settings, "mnuSettingsKundStyle", "&Kundli Style...", [this] {
         frmKunEdit dialog(this);
+        connect(&dialog, &frmKunEdit::Saved, this, &mdiMother::RebuildResultPages);
         dialog.exec();
-        RebuildResultPages();
     });
     settings->addSeparator();
     item(settings, "mnuSettCity", "&City Details...", editor(frmEditLongLat::Tab::City));
@@ -480,9 +481,8 @@ void mdiMother::ExitProgram()
 
 void mdiMother::OpenManual(const std::string& page)
 {
-    const std::string path = AppPath("HELP/" + page);
-    if (!FileExists(path) || !Dialogs().OpenDocument(path))
-        MsgBox("The manual could not be opened: " + path, MsgButtons::OK, AppTitle(), MsgIcon::Exclamation);
+    // The manual's own window, which says so when the page is missing.
+    ShowManual(page);
 }
 
 void mdiMother::SaveViewState() { SaveSetting("Settings`", "StartDir", S(QDir::currentPath())); }

@@ -77,7 +77,12 @@ bool Load(PersonFields& f, const std::string& name)
         return true;
     } catch (const std::exception& e) {
         BlankBirth(f);
-        ui::ShowFault(e);
+        MsgBox("The stored person '" + name + "' could not be read, so the birth fields are left blank." +
+                   (name.find('\'') != std::string::npos
+                        ? " A name with an apostrophe (') can't be looked up in the store."
+                        : std::string()) +
+                   "\n\n" + e.what(),
+               MsgButtons::OK, AppTitle(), MsgIcon::Critical);
         return false;
     }
 }

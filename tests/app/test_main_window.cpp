@@ -10,6 +10,7 @@
 #include <QTreeWidget>
 
 #include "app/app_fixture.h"
+#include "ranvel/app/frmHelp.h"
 #include "ranvel/app/frmLogin.h"
 #include "ranvel/app/mdiMother.h"
 
@@ -46,6 +47,8 @@ protected:
 TEST_F(MainWindowTest, ListTreeAndBottomBarMoveTogether)
 {
     main = new mdiMother;
+    // From the start the title names the Muhurtha the form has chosen.
+    EXPECT_EQ(main->windowTitle().toStdString(), "Ranvel-" + main->EntryForm()->Request().MuhuName);
     auto* list = main->findChild<QComboBox*>("cmbTopic");
     auto* tree = main->findChild<QTreeWidget*>("tvMap");
     auto* bar = main->findChild<QTabBar*>("bBar");
@@ -173,10 +176,11 @@ TEST_F(MainWindowTest, MenusCarryTheirCaptionsAndCommandsAnswer)
     main->Action("mnuFileHTMLEmail")->trigger();
     EXPECT_TRUE(messages.Messages().empty());
 
-    // The manual opens in the desktop's viewer.
+    // The manual opens in the program's own window.
     main->Action("mnuHelpContents")->trigger();
-    ASSERT_EQ(dialogs.opened.size(), 1u);
-    EXPECT_EQ(dialogs.opened[0], AppPath("HELP/index.html"));
+    ASSERT_NE(HelpWindow(), nullptr);
+    EXPECT_EQ(HelpWindow()->CurrentPage(), "index.html");
+    EXPECT_TRUE(dialogs.opened.empty());
 
     // Leaving asks first; No keeps the program.
     messages.SetAnswer(MsgAnswer::No);
