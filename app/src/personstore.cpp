@@ -8,6 +8,7 @@
 
 #include "ranvel/app/appinfo.h"
 #include "ranvel/app/formkit.h"
+#include "ranvel/app/frmStatus.h"
 #include "ranvel/chart/person.h"
 #include "ranvel/data/datafiles.h"
 #include "ranvel/data/exchange.h"
@@ -169,7 +170,7 @@ void SaveToFile(QWidget* parent, const PersonFields& f, const HintLine& hint)
     row["City"] = Variant(Text(f.place.city));
     row["GMTDIFF"] = Variant(Text(f.place.gmt));
     try {
-        SavePersonFile(path, row);
+        SavePersonFile(path, row, RecosDB().get());
     } catch (const std::exception& e) {
         MsgBox(e.what(), MsgButtons::OK, "Error Writing File", MsgIcon::Critical);
         return;
@@ -199,7 +200,15 @@ bool Import(QWidget* parent, bool database, const HintLine& hint)
     if (path.empty()) return false;
     int added = 0;
     try {
-        added = ImportPersons(path, *RecosDB());
+        // A large file takes a while: the progress dialog shows how far.
+        frmStatus status(parent ? parent->window() : nullptr);
+        try {
+            added = ImportPersons(path, *RecosDB(), &clsPerson::CheckRow);
+        } catch (...) {
+            status.Done();
+            throw;
+        }
+        status.Done();
     } catch (const std::exception& e) {
         MsgBox(std::string(e.what()), MsgButtons::OK, Msg(4), MsgIcon::Critical);
         return false;

@@ -107,6 +107,22 @@ void clsPerson::LoadPerson(const Recordset& rs)
     TimeCorrInde(inde.IsNull() ? Variant(0) : inde);
 }
 
+void clsPerson::CheckRow(const Recordset& rs)
+{
+    if (rs.Field("Name").IsNull() || vb::Trim(rs.Field("Name").ToTextOrEmpty()).empty())
+        throw vb::RuntimeError("it has no name");
+    clsPerson p;
+    p.LoadPerson(rs);
+    if (p.name_.find('\'') != std::string::npos)
+        throw vb::RuntimeError("the name '" + p.name_ + "' holds an apostrophe (')");
+    if (!DateTime::IsValidDate(p.year_, p.month_, p.day_))
+        throw vb::RuntimeError("its birth date " + std::to_string(p.day_) + "/" + std::to_string(p.month_) + "/" +
+                               std::to_string(p.year_) + " is not a date");
+    if (p.hour_ < 0 || p.hour_ > 23 || p.minutes_ < 0 || p.minutes_ > 59)
+        throw vb::RuntimeError("its birth time " + std::to_string(p.hour_) + "." + std::to_string(p.minutes_) +
+                               " is not a time of day");
+}
+
 void clsPerson::StorePerson(Recordset& rs) const
 {
     rs.SetField("Name", name_);

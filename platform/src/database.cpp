@@ -330,6 +330,65 @@ void Database::ExecuteScript(std::string_view sql)
 
 bool Database::HasTable(std::string_view name) { return ObjectType(db_, std::string(name)).has_value(); }
 
+void Database::ForEachRow(std::string_view sql, const std::function<bool(const std::vector<Variant>& row)>& row)
+{
+    Statement st(db_, sql);
+    std::vector<Variant> values;
+    while (st.Step()) {
+        values.clear();
+        for (int i = 0; i < st.ColumnCount(); ++i) values.push_back(st.Column(i));
+        if (!row(values)) break;
+    }
+}
+
+void Database::InsertRow(std::string_view table, const std::vector<std::string>& fields,
+                         const std::vector<Variant>& values)
+{
+    if (fields.size() != values.size()) throw DatabaseError("InsertRow: as many values as fields are needed");
+    std::string sql = "INSERT INTO " + QuoteName(std::string(table)) + " (";
+    std::string marks;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        sql += (i ? ", " : "") + QuoteName(fields[i]);
+        marks += i ? ", ?" : "?";
+    }
+    sql += ") VALUES (" + marks + ")";
+    Statement st(db_, sql);
+    for (std::size_t i = 0; i < values.size(); ++i) st.Bind(static_cast<int>(i) + 1, values[i]);
+    st.Step();
+}
+
+std::string Database::QuickCheck()
+{
+    std::string found;
+    try {
+        Statement st(db_, "PRAGMA quick_check");
+        while (st.Step()) {
+            const std::string line = st.Column(0).ToTextOrEmpty();
+            if (line == "ok") continue;
+            found += (found.empty() ? "" : "; ") + line;
+        }
+    } catch (const DatabaseError& e) {
+        found = e.what();
+    }
+    return found.empty() ? "ok" : found;
+}
+
+Database::Transaction::Transaction(Database& db) : db_(db)
+{
+    if (sqlite3_exec(db_.db_, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK) Fail(db_.db_, "BEGIN");
+}
+
+Database::Transaction::~Transaction()
+{
+    if (open_) sqlite3_exec(db_.db_, "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
+void Database::Transaction::Commit()
+{
+    if (sqlite3_exec(db_.db_, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK) Fail(db_.db_, "COMMIT");
+    open_ = false;
+}
+
 // --------------------------------------------------------------- Recordset
 
 Recordset::Recordset(std::shared_ptr<Database> db, std::string table, std::vector<std::string> fields,

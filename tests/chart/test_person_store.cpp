@@ -107,3 +107,33 @@ TEST(PersonStore, NullCorrectionAndUnescapedNames)
     clsPerson unbound;
     EXPECT_THROW(unbound.FindPerson("Dev"), vb::RuntimeError);
 }
+
+// The check an imported person passes: what the store could load back and
+// a chart could be cast from.
+TEST(PersonStore, ARowIsTakenOnlyWhenItLoadsBackAsAPerson)
+{
+    const std::vector<std::string> fields = {"Name",    "Sex",    "Day",   "Month",   "Year",   "Hour",
+                                             "Minutes", "seconds", "AMPM", "Country", "City",   "LatDeg",
+                                             "LatMT",   "TextNS", "LongDeg", "LongMT", "TextEW", "GMTDIFF",
+                                             "TCorrVal", "Tcorrinde"};
+    auto row = [&](const std::string& name, const Variant& day, const Variant& month, const Variant& hour) {
+        std::vector<Variant> v = {name.empty() ? Variant::Null() : Variant(name), Variant("1"), day, month,
+                                  Variant("1990"), hour, Variant("45"), Variant("0"), Variant("1"), Variant("India"),
+                                  Variant("Pune"), Variant("18"), Variant("31"), Variant("N"), Variant("73"),
+                                  Variant("51"), Variant("E"), Variant("+05.30"), Variant::Null(), Variant::Null()};
+        return Recordset(nullptr, "Person", fields, {v}, {}, false);
+    };
+    EXPECT_NO_THROW(clsPerson::CheckRow(row("Asha", Variant("12"), Variant("3"), Variant("17"))));
+    struct Case {
+        const char* what;
+        Recordset rs;
+    } refused[] = {
+        {"no name", row("", Variant("12"), Variant("3"), Variant("6"))},
+        {"apostrophe", row("Sean O'Brien", Variant("12"), Variant("3"), Variant("6"))},
+        {"day not a number", row("Ravi", Variant("xx"), Variant("3"), Variant("6"))},
+        {"empty day", row("Ravi", Variant::Null(), Variant("3"), Variant("6"))},
+        {"30 February", row("Ravi", Variant("30"), Variant("2"), Variant("6"))},
+        {"hour 24", row("Ravi", Variant("12"), Variant("3"), Variant("24"))},
+    };
+    for (Case& c : refused) EXPECT_ANY_THROW(clsPerson::CheckRow(c.rs)) << c.what;
+}

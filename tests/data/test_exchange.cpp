@@ -3,7 +3,14 @@
 // at the names already there.
 #include <gtest/gtest.h>
 
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cctype>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 
 #include "data_tree.h"
 #include "ranvel/data/exchange.h"
@@ -91,4 +98,103 @@ TEST_F(Exchange, AFileWithoutPersonsAddsNothing)
     std::ofstream(app / "text.JKP") << "not a database";
     EXPECT_THROW(ImportPersons((app / "text.JKP").string(), *recos), DatabaseError);
     EXPECT_EQ(Count(*recos), 2);
+}
+
+TEST_F(Exchange, NeitherTheStoreNorTheTemplateIsEverATargetAndAFailedWriteKeepsTheOldFile)
+{
+    const std::string store = (app / "EPHE/COMMON/RECOS.Dat").string();
+    EXPECT_THROW(SaveDatabaseFile(store, *recos), DatabaseError);
+    EXPECT_THROW(SavePersonFile(store, {{"Name", Variant("X")}}, recos.get()), DatabaseError);
+    EXPECT_THROW(SaveDatabaseFile(ExchangeTemplatePath(), *recos), DatabaseError);
+    EXPECT_THROW(ImportPersons(store, *recos), DatabaseError);
+    // The store is whole: its other tables and its persons.
+    EXPECT_TRUE(recos->HasTable("Country"));
+    EXPECT_EQ(Count(*recos), 2);
+
+    // A good file, then a write that fails half-way (a store whose persons
+    // can't be read): the good file stays, and no work file is left.
+    const std::string path = (app / "family.JKD").string();
+    SaveDatabaseFile(path, *recos);
+    const std::string broken = (app / "broken.Dat").string();
+    auto bad = Database::Create(broken);
+    bad->ExecuteScript("CREATE TABLE Person (Name TEXT);INSERT INTO Person VALUES ('only a name');");
+    try {
+        SaveDatabaseFile(path, *bad);
+        FAIL() << "a store without the person fields was written out";
+    } catch (const DatabaseError& e) {
+        const std::string what = e.what();
+        EXPECT_NE(what.find("left as it was"), std::string::npos) << what;
+        EXPECT_EQ(what.find("query:"), std::string::npos) << what;
+    }
+    EXPECT_EQ(Count(*Database::Open(path)), 2);
+    for (const auto& entry : fs::directory_iterator(app))
+        EXPECT_EQ(entry.path().filename().string().find(".part-"), std::string::npos) << entry.path();
+}
+
+TEST_F(Exchange, AnImportTakesEveryPersonOrNone)
+{
+    const std::string path = (app / "mixed.JKD").string();
+    SaveDatabaseFile(path, *recos);
+    {
+        auto file = Database::Open(path);
+        file->Execute("INSERT INTO Person (Name, Day, Month, Year) VALUES ('Ravi', 'xx', '1', '2000')");
+    }
+    // The check the store's loading makes: the third row fails it.
+    auto check = [](const Recordset& row) {
+        if (!row.Field("Day").ToText().empty() && !std::isdigit(static_cast<unsigned char>(row.Field("Day").ToText()[0])))
+            throw std::runtime_error("Type mismatch");
+    };
+    try {
+        ImportPersons(path, *recos, check);
+        FAIL() << "a file with a bad row was taken";
+    } catch (const DatabaseError& e) {
+        const std::string what = e.what();
+        EXPECT_NE(what.find("Person 3 of"), std::string::npos) << what;
+        EXPECT_NE(what.find("Type mismatch"), std::string::npos) << what;
+    }
+    EXPECT_EQ(Count(*recos), 2);
+
+    // A file cut short is refused whole, whatever its first pages held.
+    const std::string big = (app / "big.JKD").string();
+    {
+        Database::Transaction t(*recos);
+        for (int i = 0; i < 3000; ++i)
+            recos->InsertRow("Person", {"Name", "Day", "Month", "Year"},
+                             {Variant("P" + std::to_string(i)), Variant("1"), Variant("1"), Variant("2000")});
+        t.Commit();
+    }
+    SaveDatabaseFile(big, *recos);
+    recos->Execute("DELETE FROM Person WHERE Name LIKE 'P%'");
+    fs::resize_file(big, fs::file_size(big) * 2 / 3);
+    EXPECT_THROW(ImportPersons(big, *recos), DatabaseError);
+    EXPECT_EQ(Count(*recos), 2);
+}
+
+TEST_F(Exchange, AKillInTheMiddleOfAnExportLeavesTheOldFileWhole)
+{
+    const std::string path = (app / "family.JKD").string();
+    SaveDatabaseFile(path, *recos);  // the old file: 2 persons
+    {
+        Database::Transaction t(*recos);
+        for (int i = 0; i < 20000; ++i)
+            recos->InsertRow("Person", {"Name", "Day", "Month", "Year"},
+                             {Variant("P" + std::to_string(i)), Variant("1"), Variant("1"), Variant("2000")});
+        t.Commit();
+    }
+    const std::string store = recos->Path();
+    recos.reset();
+    std::srand(19);
+    for (int round = 0; round < 12; ++round) {
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            auto own = Database::Open(store);
+            for (;;) SaveDatabaseFile(path, *own);
+        }
+        usleep(static_cast<useconds_t>(2000 + std::rand() % 60000));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        const long persons = Count(*Database::Open(path));
+        EXPECT_TRUE(persons == 2 || persons == 20002) << "round " << round << ": " << persons;
+    }
 }

@@ -138,6 +138,13 @@ public:
     // name goes into the query as it stands.
     bool FindPerson(const std::string& name);
 
+    // Throws, with what is wrong, for a person row that the store could not
+    // load back or a chart could never be cast from: fields that do not read
+    // as numbers, no name or one with an apostrophe (it would break the
+    // store's queries), a date that is no date, an hour or minute out of the
+    // clock.
+    static void CheckRow(const Recordset& rs);
+
 private:
     DateTime DateOfRecord() const;
     void LoadPerson(const Recordset& rs);

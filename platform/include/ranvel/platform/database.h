@@ -10,6 +10,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -57,6 +58,30 @@ public:
     void ExecuteScript(std::string_view sql);
 
     bool HasTable(std::string_view name);
+
+    // Steps the rows of one SELECT one at a time without keeping them, for
+    // files too large to read whole. `row` answers false to stop.
+    void ForEachRow(std::string_view sql, const std::function<bool(const std::vector<Variant>& row)>& row);
+    // Adds one row to a table, the values bound to the fields named.
+    void InsertRow(std::string_view table, const std::vector<std::string>& fields,
+                   const std::vector<Variant>& values);
+    // The file's own check of its pages and indexes: "ok", or what it found.
+    std::string QuickCheck();
+
+    // The writes made while a transaction lives land together when it
+    // commits, and not at all when it is dropped without.
+    class Transaction {
+    public:
+        explicit Transaction(Database& db);
+        ~Transaction();
+        void Commit();
+        Transaction(const Transaction&) = delete;
+        Transaction& operator=(const Transaction&) = delete;
+
+    private:
+        Database& db_;
+        bool open_ = true;
+    };
 
     sqlite3* Handle() const { return db_; }
 
