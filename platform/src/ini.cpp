@@ -39,9 +39,17 @@ struct IniText {
 
 bool Load(const std::string& path, IniText& out)
 {
+    std::error_code ec;
+    if (fs::is_directory(path, ec))
+        throw vb::RuntimeError("Cannot read '" + path + "': it is a folder, not a settings file.");
     std::ifstream in(path, std::ios::binary);
     if (!in) return false;
-    std::string content((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    std::string content;
+    try {
+        content.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    } catch (const std::exception&) {
+        throw vb::RuntimeError("Cannot read '" + path + "': " + std::strerror(errno));
+    }
     std::size_t start = 0;
     while (start < content.size()) {
         std::size_t nl = content.find('\n', start);
@@ -109,13 +117,15 @@ void Save(const std::string& path, const IniText& t)
     ok = std::fflush(f) == 0 && ok;
     ok = ::fsync(::fileno(f)) == 0 && ok;
     ok = std::fclose(f) == 0 && ok;
+    std::string why = ok ? std::string() : std::strerror(errno);
     if (ok) {
         fs::rename(tmp, target, ec);
         ok = !ec;
+        if (ec) why = ec.message();
     }
     if (!ok) {
         fs::remove(tmp, ec);
-        throw vb::RuntimeError("Cannot write '" + path + "'");
+        throw vb::RuntimeError("Cannot write '" + path + "': " + why + ". The file there before is left as it was.");
     }
 }
 
@@ -175,7 +185,11 @@ void WriteValue(const std::string& path, std::string_view section, std::string_v
             std::size_t at = t.lines[i].size() - line.size() + eq + 1;
             std::size_t ws = at;
             while (ws < t.lines[i].size() && (t.lines[i][ws] == ' ' || t.lines[i][ws] == '\t')) ++ws;
-            t.lines[i] = t.lines[i].substr(0, ws) + std::string(value);
+            const std::string written = t.lines[i].substr(0, ws) + std::string(value);
+            // A value that is already there is not written again: a start
+            // on a full disk or a read-only file needs no write.
+            if (written == t.lines[i]) return;
+            t.lines[i] = written;
             Save(path, t);
             return;
         }

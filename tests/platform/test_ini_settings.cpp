@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <cstdlib>
+#include <filesystem>
 
 #include "platform/scratch.h"
 #include "ranvel/platform/apppaths.h"
@@ -76,6 +79,39 @@ TEST(Ini, WritesChangeOneLineAndKeepTheRest)
     ini.WriteIniString("SelLang", "1", "", file);
     ini.WriteIniString("DispName", "Asha", "", file);
     EXPECT_EQ(ReadFile(file), "[Ranvel]\r\nSelLang=1\r\nDispName=Asha\r\n");
+}
+
+TEST(Ini, AnUnchangedValueIsNotWrittenAndAFolderIsNoFile)
+{
+    namespace fs = std::filesystem;
+    const fs::path dir = ScratchDir();
+    const std::string file = (dir / "GENDAT.INI").string();
+    ini::WriteValue(file, "Ranvel", "SelLang", "0");
+    const auto before = fs::status(file).permissions();
+    struct stat first {};
+    ASSERT_EQ(::stat(file.c_str(), &first), 0);
+    // The same value again: the file is the same file, not a new one put
+    // in its place.
+    ini::WriteValue(file, "Ranvel", "SelLang", "0");
+    struct stat again {};
+    ASSERT_EQ(::stat(file.c_str(), &again), 0);
+    EXPECT_EQ(first.st_ino, again.st_ino);
+    ini::WriteValue(file, "Ranvel", "SelLang", "1");
+    ASSERT_EQ(::stat(file.c_str(), &again), 0);
+    EXPECT_NE(first.st_ino, again.st_ino);
+    EXPECT_EQ(fs::status(file).permissions(), before);
+
+    // A folder where the file should be: a message that says so.
+    const std::string folder = (dir / "FOLDER.INI").string();
+    fs::create_directories(folder);
+    try {
+        ini::ReadValue(folder, "Ranvel", "SelLang");
+        FAIL() << "a folder was read as settings";
+    } catch (const std::exception& e) {
+        EXPECT_NE(std::string(e.what()).find("is a folder"), std::string::npos) << e.what();
+    }
+    EXPECT_ANY_THROW(ini::WriteValue(folder, "Ranvel", "SelLang", "0"));
+    EXPECT_TRUE(fs::is_directory(folder));
 }
 
 TEST(Ini, FileNamesResolveBelowTheInstallation)
