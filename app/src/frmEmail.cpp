@@ -116,14 +116,19 @@ frmEmail::frmEmail(const std::string& sourceFile, QWidget* parent) : QDialog(par
     txtMailText_->setPlainText(Q(OpeningText(MailKind(), name)));
     ShowWay();
 
+    // A fault in a command ends it with its box; the dialog stays open.
     connect(send, &QPushButton::clicked, this, [this] {
-        if (Validated() && Send()) accept();
+        ui::RunCommand([this] {
+            if (Validated() && Send()) accept();
+        });
     });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(server, &QPushButton::clicked, this, [this] {
-        frmMailServer dialog(this);
-        dialog.exec();
-        ShowWay();
+        ui::RunCommand([this] {
+            frmMailServer dialog(this);
+            dialog.exec();
+            ShowWay();
+        });
     });
 }
 
@@ -174,7 +179,14 @@ bool frmEmail::Send()
     m.attachmentPath = zip;
     m.attachmentName = kZipName;
     std::string error;
-    if (!Mailer().Send(m, error)) {
+    bool sent = false;
+    try {
+        sent = Mailer().Send(m, error);
+    } catch (const std::exception& e) {
+        // A fault on the way is a mail that did not leave, told as such.
+        error = e.what();
+    }
+    if (!sent) {
         Status(QString());
         MsgBox(error, MsgButtons::OK, "Error Sending Mail", MsgIcon::Critical);
         return false;
@@ -248,20 +260,22 @@ frmMailServer::frmMailServer(QWidget* parent) : QDialog(parent)
     QPushButton* cancel = ui::Button(this, "cmdCancel", "Cancel", {352, 316, 92, 30});
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(save, &QPushButton::clicked, this, [=, this] {
-        MailServer n;
-        n.host = S(host->text().trimmed());
-        n.port = port->value();
-        n.security = S(security->currentData().toString());
-        n.user = S(user->text().trimmed());
-        n.password = S(password->text());
-        n.savePassword = keep->isChecked();
-        n.from = S(from->text().trimmed());
-        std::string error;
-        if (!SaveMailServer(n, error)) {
-            MsgBox(error, MsgButtons::OK, AppTitle(), MsgIcon::Critical);
-            return;
-        }
-        accept();
+        ui::RunCommand([&] {
+            MailServer n;
+            n.host = S(host->text().trimmed());
+            n.port = port->value();
+            n.security = S(security->currentData().toString());
+            n.user = S(user->text().trimmed());
+            n.password = S(password->text());
+            n.savePassword = keep->isChecked();
+            n.from = S(from->text().trimmed());
+            std::string error;
+            if (!SaveMailServer(n, error)) {
+                MsgBox(error, MsgButtons::OK, AppTitle(), MsgIcon::Critical);
+                return;
+            }
+            accept();
+        });
     });
 }
 

@@ -113,11 +113,13 @@ frmPrint::frmPrint(int mode, QWidget* parent) : QDialog(parent)
     cmdPrint->setDefault(true);
     for (QPushButton* b : {cmdPrintSet, cmdDelSet, cmdPreview, cmdCancel}) b->setAutoDefault(false);
 
-    connect(cmbPageSel_, qOverload<int>(&QComboBox::activated), this, [this](int i) { SelectPageSet(i); });
-    connect(cmdPrintSet, &QPushButton::clicked, this, [this] { SavePageSet(); });
-    connect(cmdDelSet, &QPushButton::clicked, this, [this] { DeletePageSet(); });
-    connect(cmdPreview, &QPushButton::clicked, this, [this] { Preview(); });
-    connect(cmdPrint, &QPushButton::clicked, this, [this] { cmdPrint_Click(); });
+    // A fault in a command ends that command with its box; the dialog stays.
+    connect(cmbPageSel_, qOverload<int>(&QComboBox::activated), this,
+            [this](int i) { ui::RunCommand([&] { SelectPageSet(i); }); });
+    connect(cmdPrintSet, &QPushButton::clicked, this, [this] { ui::RunCommand([this] { SavePageSet(); }); });
+    connect(cmdDelSet, &QPushButton::clicked, this, [this] { ui::RunCommand([this] { DeletePageSet(); }); });
+    connect(cmdPreview, &QPushButton::clicked, this, [this] { ui::RunCommand([this] { Preview(); }); });
+    connect(cmdPrint, &QPushButton::clicked, this, [this] { ui::RunCommand([this] { cmdPrint_Click(); }); });
     connect(cmdCancel, &QPushButton::clicked, this, [this] {
         PrintCancel() = true;
         reject();
@@ -167,8 +169,13 @@ void frmPrint::SavePageSet()
         cmbPageSel_->setFocus();
         return;
     }
+    const std::string set = S(name);
+    // The name goes into the store's query as it stands.
+    if (ui::RefusedName(set, "page set")) {
+        cmbPageSel_->setFocus();
+        return;
+    }
     ui::RunCommand([&] {
-        const std::string set = S(name);
         auto found = FindSet(set);
         if (!found->HasRows()) {
             found->AddNew();
@@ -250,17 +257,31 @@ void frmPrint::PrintPages(PrintSurface& printer, ProgressSink* progress)
 void frmPrint::cmdPrint_Click()
 {
     mdiMother* main = MainWindow();
-    if (main) main->setEnabled(false);
     PrintCancel() = false;
     PageCounter() = 1;
     bool done = false;
     {
-        // Not a child of the main window, which is held disabled meanwhile.
+        // The main window is held disabled while the job runs, and given
+        // back however the job ends.
+        struct Hold {
+            mdiMother* main;
+            explicit Hold(mdiMother* m) : main(m)
+            {
+                if (main) main->setEnabled(false);
+            }
+            ~Hold()
+            {
+                if (main) main->setEnabled(true);
+            }
+        } hold(main);
+        // Not a child of the main window, which is disabled meanwhile.
         frmStatus status;
         if (main) status.move(main->geometry().center() - status.rect().center());
         status.Progress(WordsOf(mode_).caption, WordsOf(mode_).detail, 0);
         try {
-            PrintSurface printer(ReportPrinter());
+            QPrinter& device = ReportPrinter();
+            UseReportSheet(device);
+            PrintSurface printer(device);
             PrintPages(printer, &status);
             printer.EndDoc();
             done = true;
@@ -269,7 +290,6 @@ void frmPrint::cmdPrint_Click()
         }
         status.Done();
     }
-    if (main) main->setEnabled(true);
     if (done) {
         accept();
         return;
@@ -285,6 +305,7 @@ void frmPrint::Preview()
         PrintCancel() = false;
         PageCounter() = 1;
         try {
+            UseReportSheet(*device);
             PrintSurface printer(*device);
             PrintPages(printer, nullptr);
             printer.EndDoc();

@@ -41,37 +41,53 @@ bool mdiMother::ExportPDF()
 {
     // Before a generation there is no report to export.
     if (TopicCount() == 0) return false;
-    if (!GetPDFFile()) return false;
-    clsPDFExporter& exporter = PDFExporter();
-    if (!exporter.StartExport()) {
-        MsgBox("Could not write to file. File could be open or set to 'Read Only' attribute.", MsgButtons::OK,
-               "Error Writing File", MsgIcon::Critical);
-        exporter.FinishFile();
-        return false;
-    }
-
-    // The topics as the list shows them, each brought to the front.
-    class Topics : public ReportTopics {
-    public:
-        explicit Topics(mdiMother& w) : w_(w) {}
-        int TopicCount() override { return w_.TopicCount(); }
-        QWidget* ShowTopic(int index) override
-        {
-            w_.SelectTopic(index);
-            return w_.TopicForm(index);
+    bool exported = false;
+    ui::RunCommand([&] {
+        if (!GetPDFFile()) return;
+        clsPDFExporter& exporter = PDFExporter();
+        if (!exporter.StartExport()) {
+            MsgBox("Could not write to file. File could be open or set to 'Read Only' attribute.", MsgButtons::OK,
+                   "Error Writing File", MsgIcon::Critical);
+            exporter.FinishFile();
+            return;
         }
 
-    private:
-        mdiMother& w_;
-    } topics(*this);
+        // The topics as the list shows them, each brought to the front.
+        class Topics : public ReportTopics {
+        public:
+            explicit Topics(mdiMother& w) : w_(w) {}
+            int TopicCount() override { return w_.TopicCount(); }
+            QWidget* ShowTopic(int index) override
+            {
+                w_.SelectTopic(index);
+                return w_.TopicForm(index);
+            }
 
-    frmStatus status(this);
-    status.setWindowFlag(Qt::WindowStaysOnTopHint);
-    // A fault on the way ends the command with its box; the file is closed
-    // whatever happened.
-    const bool exported = ui::RunCommand([&] { exporter.ExportHoroscope(topics); });
-    const bool closed = ui::RunCommand([&] { exporter.FinishFile(); });
-    return exported && closed;
+        private:
+            mdiMother& w_;
+        } topics(*this);
+
+        // The export brings every topic to the front in turn; the user is
+        // given back the one they were reading, however the export ended.
+        struct Return {
+            mdiMother& w;
+            int topic;
+            ~Return()
+            {
+                if (topic >= 0 && topic < w.TopicCount() && w.CurrentTopic() != topic)
+                    ui::RunCommand([this] { w.SelectTopic(topic); });
+            }
+        } back{*this, CurrentTopic()};
+
+        frmStatus status(this);
+        status.setWindowFlag(Qt::WindowStaysOnTopHint);
+        // A fault on the way ends the command with its box; the file is
+        // closed whatever happened.
+        const bool walked = ui::RunCommand([&] { exporter.ExportHoroscope(topics); });
+        const bool closed = ui::RunCommand([&] { exporter.FinishFile(); });
+        exported = walked && closed;
+    });
+    return exported;
 }
 
 }  // namespace ranvel

@@ -4,6 +4,7 @@
 #include <QTextEdit>
 
 #include "ranvel/app/appinfo.h"
+#include "ranvel/app/formkit.h"
 #include "ranvel/app/frmPrint.h"
 #include "ranvel/app/mdiMother.h"
 #include "ranvel/data/messages.h"
@@ -16,19 +17,23 @@ void mdiMother::PrintIt()
 {
     // Before a generation there is no report to print.
     if (TopicCount() == 0) return;
-    frmPrint dialog(1, this);
-    dialog.exec();
+    ui::RunCommand([this] {
+        frmPrint dialog(1, this);
+        dialog.exec();
+    });
 }
 
 void mdiMother::PrintCurrentTopic()
 {
     const int index = CurrentTopic();
     if (index < 0 || index >= TopicCount()) return;
-    QWidget* page = TopicForm(index);
     PageCounter() = 0;
     PrintCancel() = false;
     try {
-        PrintSurface printer(ReportPrinter());
+        QWidget* page = TopicForm(index);
+        QPrinter& device = ReportPrinter();
+        UseReportSheet(device);
+        PrintSurface printer(device);
         if (auto* text = page->findChild<QTextEdit*>("rtfText")) {
             PrintRichText(text, printer);
             printer.NewPage();
@@ -44,9 +49,11 @@ void mdiMother::PrintCurrentTopic()
 void mdiMother::PrinterSetup()
 {
     // The choice stays with the report printer for the rest of the session.
-    QPrintDialog dialog(&ReportPrinter(), this);
-    dialog.setWindowTitle("Printer Setup");
-    dialog.exec();
+    ui::RunCommand([this] {
+        QPrintDialog dialog(&ReportPrinter(), this);
+        dialog.setWindowTitle("Printer Setup");
+        dialog.exec();
+    });
 }
 
 }  // namespace ranvel

@@ -185,6 +185,7 @@ void clsPDFExporter::PrintPageHeader()
     pdf_.FontColor(ink);
     pdf_.CurrentX(PdfUnits(680));
     pdf_.CurrentY(PdfUnits(1500));
+    pdf_.LineWidth(kHeaderRule);
     for (const auto& [from, to] : {std::pair{480, 5040}, std::pair{6360, 10920}}) {
         pdf_.CurrentX(PdfUnits(from));
         pdf_.CurrentY(PdfUnits(1600));

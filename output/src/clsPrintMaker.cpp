@@ -74,7 +74,11 @@ void PrintLabelToPrinter(PrintSurface& printer, const QLabel* label, const QRect
     const int right = cut((twips.left() + twips.width()) / fx), bottom = cut((twips.top() + twips.height()) / fy);
     const QRect device(QPoint(left, top), QPoint(right - 1, bottom - 1));
     const int alignment = LabelAlignment(label);
-    int flags = Qt::AlignTop | (alignment == 2 ? Qt::AlignHCenter : alignment == 1 ? Qt::AlignRight : Qt::AlignLeft);
+    // A label that stands in the middle of its box on screen (the mark in
+    // its ring, the chart's numbers) does so on paper too; the others hang
+    // from the box's top.
+    const int upright = (label->alignment() & Qt::AlignVCenter) ? Qt::AlignVCenter : Qt::AlignTop;
+    int flags = upright | (alignment == 2 ? Qt::AlignHCenter : alignment == 1 ? Qt::AlignRight : Qt::AlignLeft);
     if (printer.TextWidthDevice(label->text()) > right - left) flags |= Qt::TextWordWrap;
     printer.TextInRect(label->text(), device, flags);
 }

@@ -3,6 +3,7 @@
 #include <QAbstractTextDocumentLayout>
 #include <QCoreApplication>
 #include <QFontMetricsF>
+#include <QPaintEngine>
 #include <QPixmap>
 #include <QPrinter>
 #include <QTextDocument>
@@ -33,6 +34,14 @@ QPrinter& ReportPrinter()
         });
     }
     return *g_printer;
+}
+
+void UseReportSheet(QPrinter& printer)
+{
+    printer.setFullPage(true);
+    printer.setPageOrientation(QPageLayout::Portrait);
+    printer.setPageSize(QPageSize(QPageSize::Letter));
+    printer.setPageMargins(QMarginsF(0, 0, 0, 0), QPageLayout::Point);
 }
 
 QString ReportHeaderName()
@@ -93,6 +102,14 @@ QRectF PrintSurface::Device(const QRectF& twips) const
 QPainter& PrintSurface::Page()
 {
     if (!painter_.isActive()) {
+        // A printer that writes a PDF file but has none named (what a
+        // machine without a printer starts with) fails to start, and stays
+        // busy after it: every later choice of printer or file would be
+        // refused for the rest of the session. Such a job is refused before
+        // it is begun. A preview draws on its own pages and needs no file.
+        if (printer_.outputFormat() == QPrinter::PdfFormat && printer_.outputFileName().isEmpty() &&
+            printer_.paintEngine()->type() == QPaintEngine::Pdf)
+            throw PrinterError("No printer is set up, and no file is named to print to.");
         if (!painter_.begin(&printer_)) throw PrinterError("The printer did not start the job.");
         newPageAsked_ = false;
         pages_ = 1;

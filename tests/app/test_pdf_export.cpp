@@ -1,8 +1,9 @@
 // The main window's PDF export after a real search, read back with
 // poppler's tools: the document's information, its pages, its text (names,
-// dates, the lagna span, the analysis under its header) and its embedded
-// faces; the name the save dialog offers; the ways an export does not
-// start; and the command line writing the same report.
+// dates, the lagna span, the analysis under its header, in the middle of
+// the sheet) and its embedded faces; the topic the user is given back; the
+// name the save dialog offers; the ways an export does not start; and the
+// command line writing the same report.
 #include <QDir>
 #include <QLabel>
 #include <QRegularExpression>
@@ -49,6 +50,23 @@ QString Info(const fs::path& pdf, const char* key)
 {
     const QRegularExpression line(QString("^%1:\\s+(.*)$").arg(key), QRegularExpression::MultilineOption);
     return line.match(Tool("pdfinfo", pdf)).captured(1).trimmed();
+}
+
+// The margins, in points, that the words below a page's header leave on
+// its left and its right.
+std::pair<double, double> BodyMargins(const fs::path& pdf, int page)
+{
+    static const QRegularExpression word(R"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)")re");
+    double left = 612, right = 0;
+    const QString n = QString::number(page);
+    for (auto it = word.globalMatch(Tool(QString("pdftotext -bbox -f %1 -l %1").arg(n).toStdString(), pdf, "-"));
+         it.hasNext();) {
+        const auto m = it.next();
+        if (m.captured(2).toDouble() < 110) continue;  // the header
+        left = std::min(left, m.captured(1).toDouble());
+        right = std::max(right, m.captured(3).toDouble());
+    }
+    return {left, 612 - right};
 }
 
 const char* const kPlace = R"("Country": "India", "City": "New Delhi", "Lati": "028:36", "Longi": "077:12", "GMT": "+05.30")";
@@ -156,6 +174,29 @@ TEST_F(PdfExport, AMarriageReportHasTheCoupleTheSpanTheAnalysisItsInformationAnd
     // The command line wrote the same pages.
     EXPECT_EQ(Info(cli, "Pages"), Info(pdf, "Pages"));
     for (int page = 1; page <= pages; ++page) EXPECT_EQ(PageText(cli, page), PageText(pdf, page)) << page;
+}
+
+TEST_F(PdfExport, TheAnalysisStandsInTheMiddleOfTheSheetAndTheUserIsGivenBackTheirTopic)
+{
+    Search(std::string(R"j("Category": "Journey", "MuhuName": "Setting out on a journey (Yatra)", "SearchMode": 1,
+      "MomentDate": "01/11/2024", "FromDate": "01/11/2024", "ToDate": "20/11/2024", "FromTime": "06.00", "ToTime": "20.00",
+      "Person": {"Name": "Ravi", "BDate": "02/09/1990", "BTime": "07.05", )j") + kPlace + "}");
+    mdiMother* main = ResultWindow();
+    ASSERT_EQ(main->CurrentTopic(), 0);
+    const fs::path pdf = app / "Ravi-Muhurtha.PDF";
+    dialogs.files.push_back(pdf.string());
+    ASSERT_TRUE(main->ExportPDF());
+    // The export went through every topic, the analysis last; the cover
+    // the user was reading is in front again.
+    EXPECT_EQ(main->CurrentTopic(), 0);
+    EXPECT_TRUE(main->windowTitle().endsWith("-Muhurtha Score"));
+
+    // The flowed text's column stands in the middle of the sheet: its full
+    // lines leave as much on the right as on the left, give or take the
+    // ragged end of a line.
+    const auto [left, right] = BodyMargins(pdf, 2);
+    EXPECT_GT(left, 60);
+    EXPECT_NEAR(left, right, 20) << left << " on the left, " << right << " on the right";
 }
 
 TEST_F(PdfExport, ThePersonsNameIsOfferedAndACancelOrAnUnwritableFileStartsNothing)

@@ -1,21 +1,34 @@
 // Printing a real result: the report of a month's marriage search to a PDF
 // printer (the cover, then the analysis pages under the couple's header),
-// its preview, a job with nothing ticked, a printer that fails, the
-// one-topic print, and the page chooser's words and page sets.
+// the printed page beside the exported one, a job through the print system
+// to its PDF printer, its preview, a job with nothing ticked, a printer
+// that fails or has nowhere to print, the one-topic print, and the page
+// chooser's words and page sets.
+#include <dlfcn.h>
+#include <grp.h>
+#include <pwd.h>
+#include <unistd.h>
+
 #include <QApplication>
 #include <QComboBox>
 #include <QEventLoop>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
+#include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTextEdit>
 #include <QTimer>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
+#include <thread>
 
 #include "app/app_fixture.h"
 #include "ranvel/app/frmMuhuCover.h"
@@ -32,7 +45,7 @@
 namespace ranvel::test {
 namespace {
 
-QString Run(const std::string& command)
+QString Shell(const std::string& command)
 {
     std::string out;
     if (FILE* pipe = popen((command + " 2>/dev/null").c_str(), "r")) {
@@ -45,7 +58,7 @@ QString Run(const std::string& command)
 
 int PdfPages(const std::string& pdf)
 {
-    return QRegularExpression(R"(Pages:\s+(\d+))").match(Run("pdfinfo '" + pdf + "'")).captured(1).toInt();
+    return QRegularExpression(R"(Pages:\s+(\d+))").match(Shell("pdfinfo '" + pdf + "'")).captured(1).toInt();
 }
 
 // A page's words in order, each with its left and top in points.
@@ -58,7 +71,7 @@ std::vector<PdfWord> PdfWords(const std::string& pdf, int page)
     static const QRegularExpression word(R"re(<word xMin="([\d.]+)" yMin="([\d.]+)"[^>]*>([^<]*)</word>)re");
     const std::string n = std::to_string(page);
     std::vector<PdfWord> words;
-    for (auto it = word.globalMatch(Run("pdftotext -bbox -f " + n + " -l " + n + " '" + pdf + "' -")); it.hasNext();) {
+    for (auto it = word.globalMatch(Shell("pdftotext -bbox -f " + n + " -l " + n + " '" + pdf + "' -")); it.hasNext();) {
         const auto m = it.next();
         QString text = m.captured(3).replace("&amp;", "&").replace("&apos;", "'").replace("&quot;", "\"");
         words.push_back({text, m.captured(1).toDouble(), m.captured(2).toDouble()});
@@ -71,6 +84,72 @@ QString PdfText(const std::string& pdf, int page)
     for (const PdfWord& w : PdfWords(pdf, page)) text += w.text + " ";
     return text;
 }
+// A page's words as poppler groups them in lines, each word marked when
+// it begins its line, and placed by its left and its foot: a print system
+// that embeds the faces anew keeps where the letters stand, but not always
+// how high a face says its letters reach.
+struct PlacedWord {
+    QString text;
+    double left, foot;
+    bool startsLine;
+};
+std::vector<PlacedWord> PdfLines(const std::string& pdf, int page)
+{
+    static const QRegularExpression item(
+        R"re(<line |<word xMin="([\d.]+)" yMin="[\d.]+" xMax="[\d.]+" yMax="([\d.]+)">([^<]*)</word>)re");
+    const std::string n = std::to_string(page);
+    std::vector<PlacedWord> words;
+    bool first = false;
+    for (auto it = item.globalMatch(Shell("pdftotext -bbox-layout -f " + n + " -l " + n + " '" + pdf + "' -"));
+         it.hasNext();) {
+        const auto m = it.next();
+        if (m.captured(1).isEmpty()) {
+            first = true;
+            continue;
+        }
+        QString text = m.captured(3).replace("&amp;", "&").replace("&apos;", "'").replace("&quot;", "\"");
+        words.push_back({text, m.captured(1).toDouble(), m.captured(2).toDouble(), first});
+        first = false;
+    }
+    return words;
+}
+
+// How a printed page stands beside the exported one: for every printed
+// word, the distance in points to the nearest same word of the exported
+// page moved down by `drop`. A line starts where it was put; the words
+// after it may drift a little, since the printer and the file measure
+// text each at its own resolution.
+struct Placement {
+    int words = 0;
+    double farthestStart = 0, farthest = 0;
+    QStringList missing;
+};
+Placement Beside(const std::vector<PlacedWord>& printed, const std::vector<PlacedWord>& exported, double drop)
+{
+    Placement p;
+    for (const PlacedWord& w : printed) {
+        double nearest = -1;
+        for (const PlacedWord& e : exported) {
+            if (e.text != w.text) continue;
+            const double d = std::hypot(w.left - e.left, w.foot - (e.foot + drop));
+            if (nearest < 0 || d < nearest) nearest = d;
+        }
+        ++p.words;
+        if (nearest < 0) {
+            p.missing << w.text;
+            continue;
+        }
+        p.farthest = std::max(p.farthest, nearest);
+        if (w.startsLine) p.farthestStart = std::max(p.farthestStart, nearest);
+    }
+    return p;
+}
+std::vector<PlacedWord> Header(std::vector<PlacedWord> words)
+{
+    std::erase_if(words, [](const PlacedWord& w) { return w.foot > 100; });
+    return words;
+}
+
 // The number in a header's corner: 10500, 1280 twips is 525, 64 points.
 QString HeaderNumber(const std::string& pdf, int page)
 {
@@ -92,6 +171,122 @@ bool LoopsRun()
     loop.exec();
     return ran;
 }
+
+// A print system of the test's own: the CUPS daemon on a private
+// configuration, listening on a socket in a private folder, with one queue
+// to the PDF printer, which writes its PDF files into the PDF folder of the
+// user's home. `why` tells why there is none.
+class PrintSystem {
+public:
+    static constexpr const char* kQueue = "RanvelPDF";
+    static constexpr const char* kDriver = "/usr/share/ppd/cups-pdf/CUPS-PDF_opt.ppd";
+
+    PrintSystem() { Start(); }
+    ~PrintSystem()
+    {
+        UseServer(nullptr);
+        if (daemon_.state() != QProcess::NotRunning) {
+            daemon_.terminate();
+            if (!daemon_.waitForFinished(5000)) daemon_.kill(), daemon_.waitForFinished(2000);
+        }
+        std::error_code ec;
+        if (!folder_.empty()) std::filesystem::remove_all(folder_, ec);
+    }
+
+    std::string why;
+
+    // Waits until the queue has no job left to finish.
+    bool Idle(std::chrono::seconds limit) const
+    {
+        const auto until = std::chrono::steady_clock::now() + limit;
+        do {
+            if (Shell("lpstat -h '" + socket_ + "' -W not-completed -o " + kQueue).trimmed().isEmpty()) return true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(200));
+        } while (std::chrono::steady_clock::now() < until);
+        return false;
+    }
+    // Where the PDF printer puts the files of this user's jobs.
+    static std::filesystem::path Output()
+    {
+        const passwd* user = getpwuid(geteuid());
+        return std::filesystem::path(user ? user->pw_dir : "/root") / "PDF";
+    }
+    std::string Log() const
+    {
+        return Shell("tail -n 20 '" + (folder_ / "log/error_log").string() + "' '" +
+                     (folder_ / "log/access_log").string() + "'")
+            .toStdString();
+    }
+
+private:
+    void Start()
+    {
+        namespace fs = std::filesystem;
+        if (geteuid() != 0) return void(why = "the print system's daemon needs root on this machine");
+        for (const char* needed : {"/usr/sbin/cupsd", "/usr/sbin/lpadmin", "/usr/bin/lpstat",
+                                   "/usr/lib/cups/backend/cups-pdf", kDriver})
+            if (!fs::exists(needed)) return void(why = std::string(needed) + " is not installed");
+        const group* lp = getgrnam("lp");
+        if (!lp) return void(why = "there is no group lp for the print filters");
+        // A short path: a socket's name holds at most 107 bytes.
+        char made[] = "/tmp/rvcups-XXXXXX";
+        if (!mkdtemp(made)) return void(why = "no private folder for the print system");
+        folder_ = made;
+        // The filters run as lp: they pass through, read the spool and
+        // write in its temporary folder.
+        fs::permissions(folder_, fs::perms(0755));
+        for (const char* d : {"etc", "spool", "spool/tmp", "cache", "state", "log"}) fs::create_directories(folder_ / d);
+        for (const auto& [d, mode] : {std::pair{"spool", 0710}, std::pair{"spool/tmp", 01770}, std::pair{"cache", 0770}}) {
+            if (chown((folder_ / d).c_str(), 0, lp->gr_gid) != 0) return void(why = "cannot give the spool to lp");
+            fs::permissions(folder_ / d, fs::perms(mode));
+        }
+        socket_ = (folder_ / "cups.sock").string();
+        const std::string f = folder_.string();
+        std::ofstream(folder_ / "cups-files.conf")
+            << "ServerRoot " << f << "/etc\nRequestRoot " << f << "/spool\nTempDir " << f << "/spool/tmp\n"
+            << "CacheDir " << f << "/cache\nStateDir " << f << "/state\nPrintcap " << f << "/printcap\n"
+            << "AccessLog " << f << "/log/access_log\nErrorLog " << f << "/log/error_log\nPageLog " << f
+            << "/log/page_log\nUser lp\nGroup lp\nSystemGroup root\n";
+        std::ofstream(folder_ / "cupsd.conf")
+            << "Listen " << socket_ << "\nLogLevel info\nBrowsing No\nWebInterface No\nDefaultAuthType None\n"
+            << "<Location />\n  Order allow,deny\n  Allow all\n</Location>\n"
+            << "<Policy default>\n  <Limit All>\n    Order deny,allow\n  </Limit>\n</Policy>\n";
+        daemon_.setProcessChannelMode(QProcess::MergedChannels);
+        daemon_.start("/usr/sbin/cupsd", {"-f", "-c", QString::fromStdString(f + "/cupsd.conf"), "-s",
+                                          QString::fromStdString(f + "/cups-files.conf")});
+        if (!daemon_.waitForStarted(5000)) return void(why = "the print system's daemon did not start");
+        const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(15);
+        while (!Shell("lpstat -h '" + socket_ + "' -r").contains("scheduler is running")) {
+            if (std::chrono::steady_clock::now() > until || daemon_.state() == QProcess::NotRunning)
+                return void(why = "the print system's daemon did not answer: " + Log() +
+                                  daemon_.readAll().toStdString());
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        }
+        // The page goes to the printer as PostScript drawn by poppler's cairo
+        // renderer, which keeps the words' letters for reading back.
+        if (QProcess::execute("/usr/sbin/lpadmin", {"-h", QString::fromStdString(socket_), "-p", kQueue, "-E", "-v",
+                                                    "cups-pdf:/", "-P", kDriver, "-o",
+                                                    "pdftops-renderer-default=pdftocairo"}) != 0)
+            return void(why = "the PDF printer's queue could not be made: " + Log());
+        if (!UseServer(socket_.c_str())) return void(why = "the print system's library is not loaded");
+    }
+
+    // Points this program's print system library at a server, or back at
+    // the machine's own (nullptr).
+    static bool UseServer(const char* server)
+    {
+        void* cups = dlopen("libcups.so.2", RTLD_NOW | RTLD_NOLOAD);
+        if (!cups) cups = dlopen("libcups.so.2", RTLD_NOW);
+        if (!cups) return false;
+        auto set = reinterpret_cast<void (*)(const char*)>(dlsym(cups, "cupsSetServer"));
+        if (set) set(server);
+        return set != nullptr;
+    }
+
+    std::filesystem::path folder_;
+    std::string socket_;
+    QProcess daemon_;
+};
 
 class Printing : public AppTest {
 protected:
@@ -116,6 +311,30 @@ protected:
         ReportPrinter().setOutputFileName(QString::fromStdString(pdf));
     }
     QString CoverText(const char* name) { return main->findChild<frmMuhuCover*>()->Label(name)->text(); }
+    // The same report exported to a PDF file.
+    std::string Exported()
+    {
+        const std::string file = (app / "exported.PDF").string();
+        dialogs.files.push_back(file);
+        EXPECT_TRUE(main->ExportPDF());
+        return file;
+    }
+    // The printed report's cover beside the exported one (everything on
+    // paper is 200 twips, 10 points, lower), and the analysis's header at
+    // the very place of the exported one.
+    void ExpectPrintedAsExported(const std::string& printed, const std::string& exported)
+    {
+        EXPECT_TRUE(Shell("pdfinfo '" + printed + "'").contains("612 x 792 pts")) << "not on letter paper";
+        const Placement cover = Beside(PdfLines(printed, 1), PdfLines(exported, 1), 10);
+        EXPECT_GT(cover.words, 150);
+        EXPECT_TRUE(cover.missing.isEmpty()) << cover.missing.join(' ').toStdString();
+        EXPECT_LT(cover.farthestStart, 3);
+        EXPECT_LT(cover.farthest, 7);
+        const Placement header = Beside(Header(PdfLines(printed, 2)), Header(PdfLines(exported, 2)), 0);
+        EXPECT_GE(header.words, 4);  // the couple, the mark and the page's number
+        EXPECT_TRUE(header.missing.isEmpty()) << header.missing.join(' ').toStdString();
+        EXPECT_LT(header.farthest, 3);
+    }
 
     mdiMother* main = nullptr;
     std::string pdf;
@@ -245,6 +464,107 @@ TEST_F(Printing, TheDialogsWordsFollowItsModeAndItsPreviewShowsTheReport)
     EXPECT_EQ(PdfPages(pdf), shown);
 }
 
+TEST_F(Printing, ThePrintedReportStandsWhereTheExportedOneDoesWhateverPaperWasSetUp)
+{
+    // A printer set up for A4 inside margins: the report still goes onto
+    // the whole of a letter sheet, where the shapes' twips and the labels'
+    // letter scale agree with each other and with the export.
+    ReportPrinter().setFullPage(false);
+    ReportPrinter().setPageSize(QPageSize(QPageSize::A4));
+    ReportPrinter().setPageMargins(QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
+    const std::string exported = Exported();
+    frmPrint dialog(1, main);
+    dialog.cmdPrint_Click();
+    ASSERT_EQ(dialog.result(), QDialog::Accepted);
+    ExpectPrintedAsExported(pdf, exported);
+}
+
+TEST_F(Printing, WithNowhereToPrintItSaysSoAndPrintsOnceAFileIsChosen)
+{
+    if (!LoopsRun()) GTEST_SKIP() << "an earlier test told the application to quit";
+    // A machine without a printer: the report printer writes PDF, to no
+    // file yet.
+    ReportPrinter().setOutputFileName(QString());
+    frmPrint dialog(1, main);
+    dialog.show();
+    dialog.cmdPrint_Click();
+    main->PrintCurrentTopic();
+    ASSERT_EQ(messages.Messages().size(), 2u);
+    for (const Message& m : messages.Messages()) EXPECT_EQ(m.text, Msg(12));
+    EXPECT_TRUE(dialog.isVisible());
+
+    // Printer Setup: "Print to File (PDF)" and a file; then the job runs.
+    bool chosen = false;
+    QTimer::singleShot(0, [&] {
+        auto* setup = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
+        if (!setup) return;
+        auto* printers = setup->findChild<QComboBox*>("printers");
+        auto* file = setup->findChild<QLineEdit*>("filename");
+        if (printers && file && printers->findText("Print to File (PDF)") >= 0) {
+            printers->setCurrentIndex(printers->findText("Print to File (PDF)"));
+            file->setText(QString::fromStdString(pdf));
+            chosen = setup->windowTitle() == "Printer Setup";
+        }
+        setup->accept();
+    });
+    main->PrinterSetup();
+    ASSERT_TRUE(chosen);
+    EXPECT_EQ(ReportPrinter().outputFileName().toStdString(), pdf);
+    dialog.cmdPrint_Click();
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(messages.Messages().size(), 2u);
+    EXPECT_GE(PdfPages(pdf), 2);
+}
+
+TEST_F(Printing, AJobThroughThePrintSystemComesOutOfItsPdfPrinterAsPrinted)
+{
+    PrintSystem cups;
+    if (!cups.why.empty()) GTEST_SKIP() << "no print system to send a job to: " << cups.why;
+    // The queue, and no file: the job goes to the print system.
+    ReportPrinter().setPrinterName(PrintSystem::kQueue);
+    ReportPrinter().setOutputFileName(QString());
+    ASSERT_EQ(ReportPrinter().outputFormat(), QPrinter::NativeFormat);
+    const QString title = QString("ranvel-report-%1").arg(getpid());
+    ReportPrinter().setDocName(title);
+    struct Restore {
+        ~Restore()
+        {
+            ReportPrinter().setDocName(QString());
+            ReportPrinter().setPrinterName(QString());
+        }
+    } restore;
+    const std::string exported = Exported();
+
+    // What the PDF printer writes goes again when the test ends, and so
+    // does its folder if the job made it.
+    struct Remove {
+        std::filesystem::path folder = PrintSystem::Output();
+        bool made = !std::filesystem::exists(folder);
+        std::string file;
+        ~Remove()
+        {
+            std::error_code ec;
+            if (!file.empty()) std::filesystem::remove(file, ec);
+            if (made) std::filesystem::remove(folder, ec);  // only when empty
+        }
+    } remove;
+
+    frmPrint dialog(1, main);
+    dialog.cmdPrint_Click();
+    ASSERT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_TRUE(messages.Messages().empty());
+    ASSERT_TRUE(cups.Idle(std::chrono::seconds(90))) << cups.Log();
+
+    std::string out;
+    std::error_code ec;
+    for (const auto& f : std::filesystem::directory_iterator(remove.folder, ec))
+        if (f.path().filename().string().rfind(title.toStdString(), 0) == 0) out = f.path().string();
+    ASSERT_FALSE(out.empty()) << "the PDF printer wrote nothing: " << cups.Log();
+    remove.file = out;
+    EXPECT_GE(PdfPages(out), 2);
+    ExpectPrintedAsExported(out, exported);
+}
+
 TEST_F(Printing, PageSetsAreListedPickedKeptAndDeleted)
 {
     frmPrint dialog(1, main);
@@ -279,6 +599,23 @@ TEST_F(Printing, PageSetsAreListedPickedKeptAndDeleted)
     EXPECT_EQ(sets->count(), before);
     EXPECT_FALSE(std::filesystem::exists(file));
     EXPECT_FALSE(RecosDB()->OpenRecordset("SELECT * FROM PrintMods WHERE Name = 'Text For Client'")->HasRows());
+
+    // A name with an apostrophe would break the store's query: it is
+    // refused before anything is written.
+    EXPECT_TRUE(messages.Messages().empty());
+    sets->setEditText("Meera's Copy");
+    Child<QPushButton>(&dialog, "cmdPrintSet")->click();
+    ASSERT_EQ(messages.Messages().size(), 1u);
+    EXPECT_EQ(messages.Messages()[0].title, "Invalid Name");
+    EXPECT_EQ(sets->count(), before);
+    EXPECT_FALSE(std::filesystem::exists(clsIni::IniPath("3Meera's Copy.ini")));
+    // Deleting by that name breaks the query: the fault is told in a box
+    // and the dialog goes on.
+    Child<QPushButton>(&dialog, "cmdDelSet")->click();
+    ASSERT_EQ(messages.Messages().size(), 2u);
+    EXPECT_EQ(sets->count(), before);
+    dialog.SelectPageSet(sets->findText("Cover Only"));
+    EXPECT_FALSE(dialog.Checked("MuhuText"));
 }
 
 }  // namespace

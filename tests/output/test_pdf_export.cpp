@@ -27,6 +27,7 @@ struct Drawn {
     std::string what;
     double x, y, w, h;
     QString text, font;
+    double lineWidth;
 };
 
 class WatchedPdf : public PdfBox {
@@ -34,7 +35,7 @@ public:
     std::vector<Drawn> drawn;
     void Note(const std::string& what, double x, double y, double w, double h, const QString& text = {})
     {
-        drawn.push_back({what, x, y, w, h, text, FontName()});
+        drawn.push_back({what, x, y, w, h, text, FontName(), LineWidth()});
     }
     void NewPage() override { Note("page", 0, 0, 0, 0), PdfBox::NewPage(); }
     void LineTo(double x, double y) override { Note("line", CurrentX(), CurrentY(), x, y), PdfBox::LineTo(x, y); }
@@ -178,6 +179,11 @@ TEST_F(PdfExporterWalk, TheFlowBreaksOnlyBetweenWordsAndAWideWordGoesOutAlone)
     // Within a stretch the wide word stands alone; starting one it goes
     // out after one empty retry.
     EXPECT_EQ(lines.mid(at), QStringList({wide, "tail", "", wide, "after"}));
+
+    // The header's two rules at 1600 twips, as wide as on paper.
+    const auto rules = pdf.Of("line");
+    ASSERT_EQ(rules.size(), 2u);
+    for (const Drawn& r : rules) EXPECT_TRUE(r.y == 282 && r.lineWidth == 8) << r.y << " " << r.lineWidth;
 }
 
 TEST_F(PdfExporterWalk, AReportGoesTopicByTopicWithABarThatOnlyMovesOn)

@@ -9,6 +9,8 @@
 #include <QRect>
 #include <string>
 
+#include "ranvel/platform/gui/pdfbox.h"
+
 class QLabel;
 class QTextEdit;
 class QWidget;
@@ -16,7 +18,6 @@ class QWidget;
 namespace ranvel {
 
 class Kundali;
-class PdfBox;
 
 // The topics of the report, as the exporter goes through them: how many,
 // and the form of one once it has been brought to the front (and filled,
@@ -71,11 +72,15 @@ public:
     PdfBox& Pdf() { return pdf_; }
 
     // The flow's measures, in page units.
-    static constexpr int kFlowLeft = static_cast<int>(480 / 5.67);  // under the header's name
-    static constexpr double kLineLimit = 1570;       // a line is full at this width
-    static constexpr double kLineBox = 1800;         // the box a line is printed in
-    static constexpr double kPageBottom = 2601;      // a new page from this Y on
-    static constexpr double kFlowTop = 400;          // the text's first line
+    static constexpr double kLineLimit = 1570;   // a line is full at this width
+    static constexpr double kLineBox = 1800;     // the box a line is printed in
+    static constexpr double kPageBottom = 2601;  // a new page from this Y on
+    static constexpr double kFlowTop = 400;      // the text's first line
+    // The column of full lines stands in the middle of the sheet, as the
+    // printed analysis does between its equal margins.
+    static constexpr int kFlowLeft = static_cast<int>((PdfBox::kPageWidth - kLineLimit) / 2);
+    // The header's two rules are drawn this wide, as on paper.
+    static constexpr double kHeaderRule = 8;
 
 private:
     void FlowLine(const QString& line);

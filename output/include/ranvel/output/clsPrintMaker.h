@@ -43,7 +43,8 @@ private:
 
 // A label to the printer by the text routine: its rectangle in twips is put
 // on the page as if the paper were letter size, whatever it is, and the
-// text wraps only when it is wider than the rectangle.
+// text wraps only when it is wider than the rectangle. It stands at the
+// rectangle's top, or in its middle when it does so on screen.
 void PrintLabelToPrinter(PrintSurface& printer, const QLabel* label, const QRect& twips);
 
 // The chart's visible elements at X, Y (twips) on the page: lines black at

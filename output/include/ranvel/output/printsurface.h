@@ -32,6 +32,12 @@ public:
 // sets it up, every print and preview uses it.
 QPrinter& ReportPrinter();
 
+// The sheet a report is printed on: the whole of a letter sheet, upright,
+// with no margin. The forms are laid out in twips from that sheet's corner
+// and their labels on the letter-paper scale, so shapes, charts and text
+// only stand where they belong on it. Every job sets it before it starts.
+void UseReportSheet(QPrinter& printer);
+
 // The number printed on each page (0 at the start of a topic, 1 at the
 // start of a report), and the request to stop a job between pages.
 int& PageCounter();
