@@ -12,6 +12,7 @@
 #include "ranvel/app/startup.h"
 #include "ranvel/data/datafiles.h"
 #include "ranvel/data/settings_keys.h"
+#include "ranvel/data/storeguard.h"
 #include "ranvel/data/themes.h"
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/gui/qstr.h"
@@ -110,6 +111,17 @@ bool frmSplash::Load()
 bool frmSplash::DoLoad()
 {
     Status("Checking Files...");
+    // The persons store is checked, and kept or put back, before this run
+    // opens it.
+    if (!RecosDB() && FileInEphe("COMMON\\RECOS.Dat")) {
+        const StoreGuardResult guard = GuardStore(EphePath("COMMON\\RECOS.Dat"));
+        if (guard.kind == StoreGuardResult::Kind::Lost) {
+            MsgBox(guard.message, MsgButtons::OK, AppTitle(), MsgIcon::Critical);
+            return false;
+        }
+        if (guard.kind == StoreGuardResult::Kind::Restored)
+            MsgBox(guard.message, MsgButtons::OK, AppTitle(), MsgIcon::Exclamation);
+    }
     try {
         CheckStartupFiles();
     } catch (const FileAccessError& e) {
@@ -130,6 +142,13 @@ bool frmSplash::DoLoad()
         RefreshLanguageInclude();
     } catch (const std::exception& e) {
         MsgBox(e.what(), MsgButtons::OK, AppTitle(), MsgIcon::Critical);
+        return false;
+    }
+    // Every word of the pages comes from the language's database: without
+    // it there is nothing to show.
+    if (!FileInEphe("ENGLISH\\ENGLISH.DAT")) {
+        MsgBox("File '" + AppDir() + "\\ENGLISH\\ENGLISH.DAT' Was Not Found.\nPlease Re-Install.", MsgButtons::OK,
+               AppTitle(), MsgIcon::Critical);
         return false;
     }
     Status("Loading Application...");

@@ -4,6 +4,7 @@
 #include <QListWidget>
 #include <clocale>
 #include <filesystem>
+#include <fstream>
 
 #include "app/app_fixture.h"
 #include "ranvel/app/frmFontsError.h"
@@ -34,6 +35,31 @@ TEST_F(Startup, AMissingDataFileEndsTheStartWithItsName)
     std::ofstream(app / "EPHE/COMMON/SCRASI.DAT").close();
     EXPECT_TRUE(frmSplash::DoLoad());
     EXPECT_NE(MainWindow(), nullptr);
+}
+
+TEST_F(Startup, ADamagedStoreIsPutBackAndAMissingLanguageEndsTheStart)
+{
+    // The first start keeps a copy; the store then goes bad (an empty file).
+    RecosDB().reset();
+    ASSERT_TRUE(frmSplash::DoLoad());
+    const std::string store = EphePath("COMMON\\RECOS.Dat");
+    ASSERT_TRUE(std::filesystem::exists(store + ".1"));
+    RecosDB().reset();
+    std::ofstream(store, std::ios::trunc).close();
+    messages.Clear();
+    ASSERT_TRUE(frmSplash::DoLoad());
+    ASSERT_EQ(messages.Messages().size(), 1u);
+    EXPECT_NE(messages.Messages()[0].text.find("has been put back"), std::string::npos);
+    EXPECT_TRUE(RecosDB()->HasTable("Country"));
+
+    // Without the language's database there are no words to show.
+    RecosDB().reset();
+    std::filesystem::remove(app / "EPHE/ENGLISH/ENGLISH.DAT");
+    messages.Clear();
+    EXPECT_FALSE(frmSplash::DoLoad());
+    ASSERT_FALSE(messages.Messages().empty());
+    EXPECT_EQ(messages.Messages().back().text,
+              "File '" + AppDir() + "\\ENGLISH\\ENGLISH.DAT' Was Not Found.\nPlease Re-Install.");
 }
 
 TEST_F(Startup, TheSplashLoadsTheMainWindowOnce)
