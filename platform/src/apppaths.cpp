@@ -171,16 +171,28 @@ void SeedUserData(const std::string& app, const std::string& user)
     g_seededFor = key;
 }
 
-}  // namespace
-
-std::string UserDataDir()
+// The per-user folder, whether or not it is in use.
+std::string PerUserDir()
 {
-    if (!UsesUserDataDir()) return AppDir();
     const char* xdg = std::getenv("XDG_DATA_HOME");
     if (xdg && *xdg == '/') return Normalised(std::string(xdg) + "/ranvel");
     const char* home = std::getenv("HOME");
     return Normalised(std::string(home && *home ? home : ".") + "/.local/share/ranvel");
 }
+
+// The per-user folder was once made for this installation: the user's
+// files live there from then on, whatever the installation's rights say
+// later, so that persons saved in one place never hide behind another.
+bool PerUserFolderIsThisInstallations(const std::string& app)
+{
+    std::ifstream stamp(fs::path(PerUserDir()) / ".installed-from");
+    std::string first;
+    return stamp && std::getline(stamp, first) && first == app;
+}
+
+}  // namespace
+
+std::string UserDataDir() { return UsesUserDataDir() ? PerUserDir() : AppDir(); }
 
 bool UsesUserDataDir()
 {
@@ -189,7 +201,7 @@ bool UsesUserDataDir()
     static bool perUser = false;
     const std::string app = AppDir();
     if (decidedFor != app) {
-        perUser = !InstallationWritable(app);
+        perUser = PerUserFolderIsThisInstallations(app) || !InstallationWritable(app);
         decidedFor = app;
     }
     return perUser;

@@ -1,6 +1,7 @@
 #include "ranvel/platform/apppaths.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -76,6 +77,20 @@ TEST(AppPaths, UserFilesOfAnInstalledCopyLiveInThePerUserFolder)
     EXPECT_EQ(testing::ReadFile(user / "EPHE/COMMON/RECOS.Dat"), "persons of the user");
     EXPECT_FALSE(fs::exists(user / "DATA/INIFILES/THEME1.ini"));
     EXPECT_EQ(testing::ReadFile(user / "EPHE/COMMON/LANGS.Dat"), "langs v2");
+
+    // Once the per-user folder serves this installation it keeps serving
+    // it, though the installation may be written again: the persons saved
+    // there never hide behind the installation's own copy.
+    SetUserDataMode(-1);
+    ASSERT_EQ(::access(app.c_str(), W_OK), 0);
+    EXPECT_TRUE(UsesUserDataDir());
+    EXPECT_EQ(AppPath("EPHE/COMMON/RECOS.Dat"), (user / "EPHE/COMMON/RECOS.Dat").string());
+    // Another installation that can be written keeps its files beside it.
+    const fs::path other = root / "other";
+    testing::WriteFile(other / "EPHE" / "COMMON" / "RECOS.Dat", "persons elsewhere");
+    SetAppDir(other.string());
+    EXPECT_FALSE(UsesUserDataDir());
+    SetAppDir(app.string());
 
     SetUserDataMode(0);
     EXPECT_EQ(AppPath("EPHE/COMMON/RECOS.Dat"), (app / "EPHE/COMMON/RECOS.Dat").string());
