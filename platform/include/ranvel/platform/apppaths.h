@@ -36,9 +36,11 @@ bool FileExists(const std::string& path);
 // per-user folder ($XDG_DATA_HOME/ranvel, else ~/.local/share/ranvel),
 // copied there from the installation the first time they are needed and
 // never overwritten afterwards, so no new build or upgrade touches what the
-// user saved. LANGS.Dat holds nothing of the user's and follows the
-// installation whenever that copy is newer. AppPath resolves these names
-// to wherever they live.
+// user saved. Once made for an installation, the per-user folder keeps
+// serving it even when the installation can be written again, so the
+// user's files are never split between two places. LANGS.Dat holds nothing
+// of the user's and follows the installation whenever that copy is newer.
+// AppPath resolves these names to wherever they live.
 std::string UserDataDir();
 // True when the user's files live in the per-user folder.
 bool UsesUserDataDir();
