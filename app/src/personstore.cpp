@@ -41,17 +41,6 @@ void BlankBirth(PersonFields& f)
     ClearCity(f.place);
 }
 
-// Puts the person browser on the stored person of that name (its fields
-// loaded); false when there is none.
-bool MoveToPerson(clsPerson& p, const std::string& name)
-{
-    for (long i = 0; i < p.RecordCount(); ++i) {
-        p.MoveTo(i);
-        if (vb::EqualsNoCase(p.Name(), name)) return true;
-    }
-    return false;
-}
-
 }  // namespace
 
 bool Load(PersonFields& f, const std::string& name)
@@ -104,7 +93,7 @@ bool Save(const PersonFields& f)
         clsPerson p;
         p.SetDB(RecosDB());
         // A person of that name is written over; any other is added.
-        const bool found = MoveToPerson(p, fields.Name);
+        const bool found = p.MoveToName(fields.Name);
         FillPersonRecord(p, fields);
         p.seconds(0);
         if (found) p.Save();
@@ -122,7 +111,7 @@ bool Delete(const PersonFields& f)
     ui::RunCommand([&] {
         clsPerson p;
         p.SetDB(RecosDB());
-        if (!MoveToPerson(p, name)) {
+        if (!p.MoveToName(name)) {
             MsgBox("'" + name + "' is not in the database.", MsgButtons::OK, AppTitle(), MsgIcon::Information);
             return;
         }

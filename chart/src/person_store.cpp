@@ -52,6 +52,15 @@ void clsPerson::MoveNext()
     LoadPerson(rs);
 }
 
+bool clsPerson::MoveToName(const std::string& name)
+{
+    Recordset& rs = Rows();
+    if (!rs.HasRows()) return false;
+    for (rs.MoveFirst(); !rs.IsEOF(); rs.MoveNext())
+        if (vb::EqualsNoCase(rs.Field("Name").ToTextOrEmpty(), name)) return true;
+    return false;
+}
+
 void clsPerson::AddNew()
 {
     Recordset& rs = Rows();

@@ -137,6 +137,11 @@ public:
     // Loads the first person of that name; false when there is none. The
     // name goes into the query as it stands.
     bool FindPerson(const std::string& name);
+    // Stands on the first row of that name (without regard to case) and
+    // loads nothing, neither it nor the rows before it: a row the store
+    // can't load back can still be written over or deleted. False when
+    // there is none.
+    bool MoveToName(const std::string& name);
 
     // Throws, with what is wrong, for a person row that the store could not
     // load back or a chart could never be cast from: fields that do not read
