@@ -9,6 +9,7 @@ import shutil
 import sqlite3
 import sys
 import tempfile
+import time
 
 here = os.path.dirname(os.path.abspath(__file__))
 driver = os.path.join(here, "..", "..", "..", "shared", "gui-driver")
@@ -113,6 +114,13 @@ try:
     check("birth time typed", h.text_of(field("txtBTime")), "17.45")
     check("PM after 17.45", app.find("radio button", object_name="optAMPM(1)").checked, True)
     h.screenshot(os.path.join(shots, "person-page.png"))
+
+    # The manual opens in the program's own window, on a machine without a
+    # web browser.
+    h.menu("Help", "Manual...")
+    time.sleep(2)
+    h.screenshot(os.path.join(shots, "manual.png"))
+    check("still running after the manual", app.returncode, None)
 finally:
     check("running at the end", app.returncode, None)
     if app.returncode is not None:
