@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <iostream>
 
-#include "chart_input.h"
 #include "commands.h"
 #include "person_json.h"
-#include "ranvel/engine/muhurtha.h"
+#include "request_file.h"
+#include "ranvel/engine/request.h"
 #include "ranvel/platform/vbmath.h"
 
 namespace ranvel::cli {
@@ -15,15 +15,22 @@ int CmdCatalogue(const Args& args)
 {
     args.Allow({"category", "json"});
     const std::string only = args.Value("category");
-    clsMuhurtha engine;
+    if (args.Has("category")) {
+        std::string keys;
+        bool known = false;
+        for (const CategoryButton& b : CategoryButtons()) {
+            known = known || vb::EqualsNoCase(b.key, only);
+            keys += std::string(keys.empty() ? "" : ", ") + b.key;
+        }
+        if (!known)
+            throw std::invalid_argument("--category must be one of the catalogue's keys (" + keys + "), not '" + only +
+                                        "'");
+    }
     nlohmann::ordered_json out = nlohmann::ordered_json::array();
-    for (const std::string& line : engine.FillMuhuList()) {
-        const std::size_t arrow = line.find(" ---> ");
-        const std::string category = line.substr(0, arrow);
-        const std::string name = arrow == std::string::npos ? std::string() : line.substr(arrow + 6);
-        if (!only.empty() && !vb::EqualsNoCase(only, category)) continue;
-        if (args.Flag("json")) out.push_back({{"Category", category}, {"MuhuName", name}});
-        else std::printf("%s\n", line.c_str());
+    for (const CatalogueRow& row : CatalogueRows()) {
+        if (!only.empty() && !vb::EqualsNoCase(only, row.Category)) continue;
+        if (args.Flag("json")) out.push_back({{"Category", row.Category}, {"MuhuName", row.MuhuName}});
+        else std::printf("%s ---> %s\n", row.Category.c_str(), row.MuhuName.c_str());
     }
     if (args.Flag("json")) std::cout << DumpJson(out);
     return 0;

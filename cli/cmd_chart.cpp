@@ -95,6 +95,7 @@ int CmdChart(const Args& args)
     args.Allow({"input", "json"});
     if (args.Value("input").empty()) throw std::invalid_argument("chart needs --input FILE");
     nlohmann::ordered_json input = ReadJsonFile(args.Value("input"));
+    CheckChartInput(input);
     RunSettings settings(input.contains("settings") ? input["settings"] : nlohmann::ordered_json());
     auto chart = ChartFromInput(input);
     chart->Calculate();

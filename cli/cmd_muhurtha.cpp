@@ -9,6 +9,7 @@
 #include "chart_input.h"
 #include "commands.h"
 #include "person_json.h"
+#include "request_file.h"
 #include "ranvel/app/pagerender.h"
 #include "ranvel/data/datafiles.h"
 #include "ranvel/engine/analysis.h"
@@ -22,105 +23,6 @@ namespace ranvel::cli {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-std::string Text(const Json& obj, const char* where, const char* key, const std::string& blank)
-{
-    if (!obj.contains(key)) return blank;
-    const Json& v = obj[key];
-    if (v.is_string()) return v.get<std::string>();
-    throw std::invalid_argument(std::string("request field '") + where + key + "' must be a text");
-}
-
-int Whole(const Json& obj, const char* where, const char* key, int deflt)
-{
-    if (!obj.contains(key)) return deflt;
-    const Json& v = obj[key];
-    if (v.is_number_integer()) return v.get<int>();
-    if (v.is_string() && vb::IsNumeric(v.get<std::string>())) return vb::CLng(vb::ParseNumber(v.get<std::string>()));
-    throw std::invalid_argument(std::string("request field '") + where + key + "' must be a whole number");
-}
-
-void Only(const Json& obj, const std::string& where, std::initializer_list<const char*> keys)
-{
-    if (!obj.is_object()) throw std::invalid_argument("request field '" + where + "' must be a JSON object");
-    for (auto it = obj.begin(); it != obj.end(); ++it) {
-        bool ok = false;
-        for (const char* k : keys) ok = ok || it.key() == k;
-        if (!ok) throw std::invalid_argument("unknown request field '" + where + (where.empty() ? "" : ".") + it.key() + "'");
-    }
-}
-
-// The place fields, the same for the request's place and for each person.
-template <typename T>
-void PlaceOf(const Json& obj, const std::string& w, T& out)
-{
-    out.Country = Text(obj, w.c_str(), "Country", "");
-    out.City = Text(obj, w.c_str(), "City", "");
-    out.Lati = Text(obj, w.c_str(), "Lati", "000:00");
-    out.Longi = Text(obj, w.c_str(), "Longi", "000:00");
-    out.NS = Text(obj, w.c_str(), "NS", "N");
-    out.EW = Text(obj, w.c_str(), "EW", "E");
-    out.GMT = Text(obj, w.c_str(), "GMT", "+00.00");
-}
-
-RequestPerson PersonOf(const Json& obj, const std::string& name)
-{
-    Only(obj, name, {"Name", "Sex", "BDate", "BTime", "AMPM", "Country", "City", "Lati", "Longi", "NS", "EW", "GMT"});
-    std::string w = name + ".";
-    RequestPerson p;
-    p.Name = Text(obj, w.c_str(), "Name", "");
-    p.Sex = Whole(obj, w.c_str(), "Sex", 1);
-    p.BDate = Text(obj, w.c_str(), "BDate", "00/00/0000");
-    p.BTime = Text(obj, w.c_str(), "BTime", "00.00");
-    p.AMPM = Whole(obj, w.c_str(), "AMPM", 1);
-    PlaceOf(obj, w, p);
-    return p;
-}
-
-MuhurthaRequest RequestOf(const Json& j)
-{
-    Only(j, "", {"Category", "MuhuName", "SearchMode", "MomentDate", "MomentTime", "MomentAMPM", "FromDate", "ToDate",
-                 "FromTime", "ToTime", "Place", "Person", "Boy", "Girl", "settings"});
-    MuhurthaRequest r;
-    r.Category = Text(j, "", "Category", "");
-    r.MuhuName = Text(j, "", "MuhuName", "");
-    r.SearchMode = Whole(j, "", "SearchMode", 1);
-    if (r.SearchMode != 1 && r.SearchMode != 2)
-        throw std::invalid_argument("request field 'SearchMode' must be 1 (range) or 2 (moment)");
-    r.MomentDate = Text(j, "", "MomentDate", "00/00/0000");
-    r.MomentTime = Text(j, "", "MomentTime", "00.00");
-    r.MomentAMPM = Whole(j, "", "MomentAMPM", 1);
-    r.FromDate = Text(j, "", "FromDate", "00/00/0000");
-    r.ToDate = Text(j, "", "ToDate", "00/00/0000");
-    r.FromTime = Text(j, "", "FromTime", "00.00");
-    r.ToTime = Text(j, "", "ToTime", "00.00");
-    for (const char* f : {"MomentTime", "FromTime", "ToTime"}) {
-        // The moment's clock is read in both modes; the window only in a range.
-        if (r.SearchMode == 2 && std::string(f) != "MomentTime") continue;
-        std::string t = Text(j, "", f, "00.00");
-        if (MuhurthaRequest::ValiDateTime(t) || !vb::IsNumeric(t))
-            throw std::invalid_argument(std::string("request field '") + f + "' is not a valid time (HH.MM): '" + t + "'");
-    }
-    if (r.SearchMode == 1) {
-        for (const char* f : {"FromDate", "ToDate"}) {
-            std::string d = Text(j, "", f, "00/00/0000");
-            try {
-                DateTime::ParseDayFirst(d);
-            } catch (const vb::RuntimeError&) {
-                throw std::invalid_argument(std::string("request field '") + f + "' is not a date (dd/MM/yyyy): '" + d + "'");
-            }
-        }
-    }
-    if (j.contains("Place")) {
-        const Json& p = j["Place"];
-        Only(p, "Place", {"Country", "City", "Lati", "Longi", "NS", "EW", "GMT"});
-        PlaceOf(p, "Place.", r.Place);
-    }
-    if (j.contains("Person")) r.Person = PersonOf(j["Person"], "Person");
-    if (j.contains("Boy")) r.Boy = PersonOf(j["Boy"], "Boy");
-    if (j.contains("Girl")) r.Girl = PersonOf(j["Girl"], "Girl");
-    return r;
-}
 
 Json Lagna(clsPlanets& chart)
 {
@@ -137,9 +39,9 @@ int CmdMuhurtha(const Args& args)
     args.Allow({"request", "json", "png", "pdf"});
     if (args.Value("request").empty()) throw std::invalid_argument("muhurtha needs --request FILE");
     const bool json = args.Flag("json");
+    // Everything is checked before any chart is made or any file written.
     Json j = ReadJsonFile(args.Value("request"));
-    if (!j.is_object()) throw std::invalid_argument("the request must be a JSON object");
-    MuhurthaRequest request = RequestOf(j);
+    MuhurthaRequest request = ReadRequest(j);
     RunSettings settings(j.contains("settings") ? j["settings"] : Json());
 
     HeadlessMessageSink messages(json);

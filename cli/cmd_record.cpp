@@ -1,9 +1,11 @@
 // "record": shows a moment record, what its getters make of it, and how the
 // search steps it through time.
+#include <cmath>
 #include <cstdio>
 #include <iostream>
 
 #include "commands.h"
+#include "input_check.h"
 #include "person_json.h"
 #include "ranvel/platform/vbmath.h"
 
@@ -18,6 +20,11 @@ const char* const kSample = R"({
   "LatDeg": 28, "LatMT": 38, "TextNS": "N", "LongDeg": 77, "LongMT": 12, "TextEW": "E",
   "GMTDIFF": "5.5", "TimeCorr": "0"
 })";
+
+// Ten years of minutes, the longest walk through time the record takes,
+// as long as the longest search.
+constexpr double kLongestWalk = 10 * 365.25 * 24 * 60;
+constexpr long long kMostSteps = 100000;
 
 const char* const kDays[] = {"", "Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
 
@@ -43,13 +50,34 @@ int CmdRecord(const Args& args)
 {
     args.Allow({"input", "json", "step", "count"});
     nlohmann::ordered_json input = args.Value("input").empty() ? nlohmann::ordered_json::parse(kSample) : ReadJsonFile(args.Value("input"));
-    if (input.contains("person")) input = input["person"];
-
     clsPerson person;
-    PersonFromJson(input, person);
-    double step = args.Value("step").empty() ? 150 : vb::ParseNumber(args.Value("step"));
-    int count = args.Value("count").empty() ? 10 : vb::CLng(vb::ParseNumber(args.Value("count")));
-    if (count < 0 || count > 100000) throw std::invalid_argument("--count must lie between 0 and 100000");
+    // The search's own step and a few of them, unless told.
+    double step = 150;
+    int count = 10;
+    Refusals refused;
+    if (args.Has("step")) {
+        auto n = PlainNumber(args.Value("step"));
+        if (n && std::fabs(*n) <= kLongestWalk) step = *n;
+        else refused.Add("--step must be minutes written with '.', from -" + vb::CStr(kLongestWalk) + " to " +
+                         vb::CStr(kLongestWalk) + " (ten years), not '" + args.Value("step") + "'");
+    }
+    if (args.Has("count")) {
+        auto n = PlainWhole(args.Value("count"));
+        if (n && *n >= 0 && *n <= kMostSteps) count = static_cast<int>(*n);
+        else refused.Add("--count must be a whole number from 0 to " + std::to_string(kMostSteps) + ", not '" +
+                         args.Value("count") + "'");
+    }
+    if (refused.Empty() && std::fabs(step) * count > kLongestWalk)
+        refused.Add("--step " + vb::CStr(step) + " times --count " + std::to_string(count) +
+                    " walks beyond ten years (" + vb::CStr(kLongestWalk) + " minutes); take fewer or shorter steps");
+    // The record is checked with the options, before anything is shown.
+    try {
+        if (input.contains("person")) input = input["person"];
+        PersonFromJson(input, person);
+    } catch (const std::invalid_argument& e) {
+        refused.Add(e.what());
+    }
+    refused.ThrowIfAny();
 
     nlohmann::ordered_json out;
     std::string dateText = person.Day() + "/" + person.Month() + "/" + person.Year();

@@ -2,14 +2,17 @@
 // of it, with the Kali day and the ayanamsha the chart receives, so that the
 // reckoning can be checked on its own.
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <iostream>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "commands.h"
+#include "input_check.h"
 #include "person_json.h"
 #include "ranvel/chart/vakya.h"
 #include "ranvel/platform/vbmath.h"
@@ -23,42 +26,76 @@ struct VakyaInput {
     double LatDeg = 0, LatMin = 0;
 };
 
-double Number(const nlohmann::ordered_json& object, const std::string& name)
-{
-    if (!object.contains(name)) throw std::invalid_argument("vakya input lacks the field '" + name + "'");
-    const auto& v = object[name];
-    if (!v.is_number()) throw std::invalid_argument("vakya field '" + name + "' must be a number");
-    return v.get<double>();
-}
+// Reads the numbers of the input, gathering what is refused.
+class InputReader {
+public:
+    explicit InputReader(const nlohmann::ordered_json& object) : object_(object) {}
+    Refusals refused;
 
-// A whole-number argument; a fraction rounds half to even as it does when
-// passed where a 32-bit integer is taken.
-std::int32_t Whole(const nlohmann::ordered_json& object, const std::string& name)
-{
-    try {
-        return vb::CLng(Number(object, name));
-    } catch (const vb::RuntimeError& e) {
-        throw std::invalid_argument("vakya field '" + name + "': " + e.what());
+    std::optional<double> Number(const std::string& name)
+    {
+        if (!object_.contains(name)) {
+            refused.Add("vakya input lacks the field '" + name + "'");
+            return std::nullopt;
+        }
+        const auto& v = object_[name];
+        if (!v.is_number()) {
+            refused.Add("vakya field '" + name + "' must be a number, not " + Shown(v));
+            return std::nullopt;
+        }
+        return v.get<double>();
     }
-}
+
+    // A whole-number argument; a fraction rounds half to even as it does
+    // when passed where a 32-bit integer is taken. Then it must lie in its
+    // range.
+    std::int32_t Whole(const std::string& name, std::int32_t low, std::int32_t high)
+    {
+        auto d = Number(name);
+        if (!d) return 0;
+        if (std::fabs(*d) < 2147483647.0) {
+            const std::int32_t n = vb::CLng(*d);
+            if (n >= low && n <= high) return n;
+        }
+        refused.Add("vakya field '" + name + "' must be a whole number from " + std::to_string(low) + " to " +
+                    std::to_string(high) + ", not " + Shown(object_[name]));
+        return 0;
+    }
+
+private:
+    const nlohmann::ordered_json& object_;
+};
 
 VakyaInput ReadInput(const nlohmann::ordered_json& object)
 {
     static const std::vector<std::string> kFields = {"Day",     "Month",   "Year",   "Hour",
                                                      "Minutes", "Seconds", "LatDeg", "LatMin"};
     if (!object.is_object()) throw std::invalid_argument("vakya input must be a JSON object");
+    InputReader read(object);
     for (auto it = object.begin(); it != object.end(); ++it)
         if (std::find(kFields.begin(), kFields.end(), it.key()) == kFields.end())
-            throw std::invalid_argument("unknown vakya field '" + it.key() + "'");
+            read.refused.Add("unknown vakya field '" + it.key() + "'");
     VakyaInput in;
-    in.Day = Whole(object, "Day");
-    in.Month = Whole(object, "Month");
-    in.Year = Whole(object, "Year");
-    in.Hour = Whole(object, "Hour");
-    in.Minutes = Whole(object, "Minutes");
-    in.Seconds = Whole(object, "Seconds");
-    in.LatDeg = Number(object, "LatDeg");
-    in.LatMin = Number(object, "LatMin");
+    in.Day = read.Whole("Day", 1, 31);
+    in.Month = read.Whole("Month", 1, 12);
+    in.Year = read.Whole("Year", kFirstYear, kLastYear);
+    in.Hour = read.Whole("Hour", 0, 23);
+    in.Minutes = read.Whole("Minutes", 0, 59);
+    in.Seconds = read.Whole("Seconds", 0, 59);
+    if (in.Day && in.Month && in.Year && !DateTime::IsValidDate(in.Year, in.Month, in.Day))
+        read.refused.Add("vakya fields 'Day', 'Month' and 'Year' must form " + DateRule() + ", not " +
+                         std::to_string(in.Day) + "/" + std::to_string(in.Month) + "/" + std::to_string(in.Year));
+    // Southern latitudes count below 0; the minutes add to the degrees.
+    const auto latDeg = read.Number("LatDeg");
+    const auto latMin = read.Number("LatMin");
+    if (latMin && (*latMin < 0 || *latMin >= 60))
+        read.refused.Add("vakya field 'LatMin' must be minutes from 0 up to 60, not " + Shown(object["LatMin"]));
+    else if (latDeg && latMin && std::fabs(*latDeg + *latMin / 60) > 90)
+        read.refused.Add("vakya fields 'LatDeg' and 'LatMin' must give a latitude from -90 to 90 degrees, not " +
+                         vb::CStr(*latDeg) + " degrees " + vb::CStr(*latMin) + " minutes");
+    read.refused.ThrowIfAny();
+    in.LatDeg = *latDeg;
+    in.LatMin = *latMin;
     return in;
 }
 

@@ -40,6 +40,20 @@ const char* const kUsage =
     "--app-dir DIR replaces the program's folder as the root of the data tree\n"
     "(the environment variable RANVEL_APP_DIR does the same).\n";
 
+// A refusal may name several fields, one a line; each line reads as the
+// program's own, the indented lines below one belonging to it.
+void PrintRefusal(const std::string& text)
+{
+    std::size_t start = 0;
+    for (;;) {
+        const std::size_t end = text.find('\n', start);
+        const std::string line = text.substr(start, end == std::string::npos ? std::string::npos : end - start);
+        std::fprintf(stderr, "%s%s\n", line.rfind(' ', 0) == 0 ? "" : "ranvel-cli: ", line.c_str());
+        if (end == std::string::npos) break;
+        start = end + 1;
+    }
+}
+
 struct Command {
     int (*run)(const ranvel::cli::Args&);
     std::vector<std::string> flags;
@@ -83,7 +97,7 @@ int main(int argc, char** argv)
         }
         return it->second.run(ranvel::cli::Args(rest, it->second.flags));
     } catch (const std::invalid_argument& e) {
-        std::fprintf(stderr, "ranvel-cli: %s\n", e.what());
+        PrintRefusal(e.what());
         return 2;
     } catch (const std::exception& e) {
         // A run-time fault ends the command.

@@ -1,6 +1,8 @@
 #include "person_json.h"
 
 #include <algorithm>
+#include <climits>
+#include <cstdint>
 #include <cmath>
 #include <fstream>
 #include <functional>
@@ -8,6 +10,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "input_check.h"
 #include "ranvel/platform/vbmath.h"
 
 namespace ranvel::cli {
@@ -43,13 +46,73 @@ const std::map<std::string, Setter>& Setters()
     return setters;
 }
 
-Variant FromJson(const std::string& name, const nlohmann::ordered_json& value)
+Variant FromJson(const nlohmann::ordered_json& value)
 {
     if (value.is_number_integer()) return Variant(value.get<long long>());
     if (value.is_number()) return Variant(value.get<double>());
-    if (value.is_string()) return Variant(value.get<std::string>());
-    if (value.is_boolean()) return Variant(value.get<bool>());
-    throw std::invalid_argument("person field '" + name + "' must be a number or a text");
+    return Variant(value.get<std::string>());
+}
+
+// The whole-number fields and their ranges; the date's three are checked
+// together once every field is in.
+struct WholeRange {
+    const char* key;
+    long long low, high;
+    const char* meaning;
+};
+const WholeRange kWholes[] = {
+    {"Sex", 1, 2, " (1 male, 2 female)"},
+    {"AMPM", 1, 2, " (1 AM, 2 PM)"},
+    {"Day", 1, 31, ""},
+    {"Month", 1, 12, ""},
+    {"Year", kFirstYear, kLastYear, ""},
+    {"Hour", 0, 23, " (a 24-hour clock)"},
+    {"Minutes", 0, 59, ""},
+    {"seconds", 0, 59, ""},
+    {"LatDeg", 0, 90, " (the hemisphere is TextNS)"},
+    {"LatMT", 0, 59, ""},
+    {"LongDeg", 0, 180, " (the side of Greenwich is TextEW)"},
+    {"LongMT", 0, 59, ""},
+    {"TimeCorrInde", INT32_MIN, INT32_MAX, ""},
+};
+
+// A correction of the clock (war or summer time) in decimal hours, as the
+// record reads it.
+constexpr double kWidestCorrection = 12.0;
+
+// Why the value of a field is refused; empty when it is taken.
+std::string Refusal(const std::string& key, const nlohmann::ordered_json& v)
+{
+    const std::string field = "person field '" + key + "'";
+    for (const WholeRange& w : kWholes) {
+        if (key != w.key) continue;
+        auto n = JsonWhole(v);
+        if (n && *n >= w.low && *n <= w.high) return {};
+        if (w.high == w.low + 1)
+            return field + " must be " + std::to_string(w.low) + " or " + std::to_string(w.high) + w.meaning +
+                   ", not " + Shown(v);
+        return field + " must be a whole number from " + std::to_string(w.low) + " to " + std::to_string(w.high) +
+               w.meaning + ", not " + Shown(v);
+    }
+    if (key == "Name" || key == "Country" || key == "PLOB")
+        return v.is_string() ? std::string() : field + " must be a text, not " + Shown(v);
+    if (key == "TextNS")
+        return v.is_string() && FormLetter(v.get<std::string>(), 'N', 'S') ? std::string()
+                                                                           : field + " must be N or S, not " + Shown(v);
+    if (key == "TextEW")
+        return v.is_string() && FormLetter(v.get<std::string>(), 'E', 'W') ? std::string()
+                                                                           : field + " must be E or W, not " + Shown(v);
+    if (key == "GMTDIFF") {
+        auto d = JsonNumber(v);
+        if (d && std::fabs(*d) <= kWidestZone) return {};
+        return field + " must be the time zone in hours, a number from -14 to 14 written with '.', not " + Shown(v);
+    }
+    if (key == "TimeCorr") {
+        auto d = JsonNumber(v);
+        if (d && std::fabs(*d) <= kWidestCorrection) return {};
+        return field + " must be a correction in hours, a number from -12 to 12 written with '.', not " + Shown(v);
+    }
+    return {};
 }
 
 }  // namespace
@@ -57,15 +120,37 @@ Variant FromJson(const std::string& name, const nlohmann::ordered_json& value)
 void PersonFromJson(const nlohmann::ordered_json& object, clsPerson& person)
 {
     if (!object.is_object()) throw std::invalid_argument("'person' must be a JSON object");
+    Refusals refused;
+    bool dateRefused = false;
     for (auto it = object.begin(); it != object.end(); ++it) {
         auto s = Setters().find(it.key());
-        if (s == Setters().end()) throw std::invalid_argument("unknown person field '" + it.key() + "'");
-        try {
-            s->second(person, FromJson(it.key(), it.value()));
-        } catch (const vb::RuntimeError& e) {
-            throw std::invalid_argument("person field '" + it.key() + "': " + e.what());
+        if (s == Setters().end()) {
+            refused.Add("unknown person field '" + it.key() + "'");
+            continue;
         }
+        const std::string why = Refusal(it.key(), it.value());
+        if (!why.empty()) {
+            refused.Add(why);
+            dateRefused = dateRefused || it.key() == "Day" || it.key() == "Month" || it.key() == "Year";
+            continue;
+        }
+        s->second(person, FromJson(it.value()));
     }
+    // The place stops at the pole and at the far side of Greenwich.
+    if (person.LatDegN() == 90 && person.LatMTN() > 0)
+        refused.Add("person fields 'LatDeg' and 'LatMT' go beyond 90 degrees: " + person.LatDeg() + ":" +
+                    person.LatMT());
+    if (person.LongDegN() == 180 && person.LongMTN() > 0)
+        refused.Add("person fields 'LongDeg' and 'LongMT' go beyond 180 degrees: " + person.LongDeg() + ":" +
+                    person.LongMT());
+    if (!dateRefused && (person.YearN() < kFirstYear || person.YearN() > kLastYear ||
+                         !DateTime::IsValidDate(person.YearN(), person.MonthN(), person.DayN())))
+        refused.Add("person fields 'Day', 'Month' and 'Year' must form " + DateRule() + ", not " + person.Day() + "/" +
+                    person.Month() + "/" + person.Year() +
+                    (object.contains("Day") && object.contains("Month") && object.contains("Year")
+                         ? std::string()
+                         : " (a field not given is 0)"));
+    refused.ThrowIfAny();
 }
 
 nlohmann::ordered_json PersonToJson(const clsPerson& p)

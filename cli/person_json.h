@@ -9,8 +9,11 @@
 namespace ranvel::cli {
 
 // Sets every field present in the object; a field not named keeps the
-// record's default. An unknown name or a value of the wrong kind throws
-// std::invalid_argument naming the field.
+// record's default. Every value is checked first, as the request form would
+// have it: Sex and AMPM 1 or 2, a real date from 1900 to 2099, a 24-hour
+// clock, latitude to 90 and longitude to 180 degrees with their letters,
+// the zone within 14 hours. An unknown name or a refused value throws
+// std::invalid_argument, one line a field, each naming it.
 void PersonFromJson(const nlohmann::ordered_json& object, clsPerson& person);
 nlohmann::ordered_json PersonToJson(const clsPerson& person);
 

@@ -1,0 +1,28 @@
+// The request file of "muhurtha": the request form's fields as the form
+// holds them, read and checked in full before any chart is made.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "ranvel/engine/request.h"
+
+namespace ranvel::cli {
+
+// One row of the catalogue: the category key and the Muhurtha's name.
+struct CatalogueRow {
+    std::string Category;
+    std::string MuhuName;
+};
+// Every Muhurtha a request can name, in the catalogue's order.
+std::vector<CatalogueRow> CatalogueRows();
+
+// The request of a file. Every field is checked as the form's masks, pickers
+// and lists would have it; what is wrong is refused with
+// std::invalid_argument, one line a field, each naming it. The request's
+// "settings" are checked too, and left for RunSettings.
+MuhurthaRequest ReadRequest(const nlohmann::ordered_json& file);
+
+}  // namespace ranvel::cli

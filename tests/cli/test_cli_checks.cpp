@@ -1,0 +1,319 @@
+// ranvel-cli run as a user runs it: what no request form would take is
+// refused with exit 2 and a message that names the field, before any work
+// and before any file is written; what the form takes still runs.
+#include <gtest/gtest.h>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <vector>
+
+extern char** environ;
+
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
+
+struct Outcome {
+    int code = -1;
+    std::string out, err;
+};
+
+fs::path Scratch()
+{
+    const char* tmp = std::getenv("RANVEL_TEST_TMP");
+    fs::path dir = fs::path(tmp ? tmp : fs::temp_directory_path().string()) / "cli-checks";
+    fs::create_directories(dir);
+    return dir;
+}
+
+std::string Slurp(const fs::path& p)
+{
+    std::ifstream in(p);
+    std::stringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+Outcome Cli(std::vector<std::string> args)
+{
+    const fs::path out = Scratch() / "stdout", err = Scratch() / "stderr";
+    args.insert(args.begin(), RANVEL_CLI);
+    std::vector<char*> argv;
+    for (std::string& a : args) argv.push_back(a.data());
+    argv.push_back(nullptr);
+    posix_spawn_file_actions_t files;
+    posix_spawn_file_actions_init(&files);
+    posix_spawn_file_actions_addopen(&files, 1, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    posix_spawn_file_actions_addopen(&files, 2, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    pid_t pid = 0;
+    Outcome o;
+    if (posix_spawn(&pid, RANVEL_CLI, &files, nullptr, argv.data(), environ) == 0) {
+        int status = 0;
+        waitpid(pid, &status, 0);
+        o.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    posix_spawn_file_actions_destroy(&files);
+    o.out = Slurp(out);
+    o.err = Slurp(err);
+    return o;
+}
+
+std::string Write(const std::string& name, const Json& j)
+{
+    const fs::path p = Scratch() / name;
+    std::ofstream(p) << j.dump();
+    return p.string();
+}
+
+Json Place(const char* lati, const char* longi, const char* ns, const char* ew, const char* gmt)
+{
+    return {{"Country", "India"}, {"City", "New Delhi"}, {"Lati", lati}, {"Longi", longi},
+            {"NS", ns},           {"EW", ew},            {"GMT", gmt}};
+}
+
+Json Person(const char* name, int sex)
+{
+    Json p = {{"Name", name}, {"Sex", sex}, {"BDate", "02/09/1990"}, {"BTime", "07.05"}, {"AMPM", 1}};
+    p.update(Place("028:36", "077:12", "N", "E", "+05.30"));
+    return p;
+}
+
+// One moment of a journey: the quickest request that runs the engine.
+Json Moment()
+{
+    return {{"Category", "Journey"},
+            {"MuhuName", "Setting out on a journey (Yatra)"},
+            {"SearchMode", 2},
+            {"MomentDate", "05/11/2024"},
+            {"MomentTime", "10.30"},
+            {"Place", Place("028:36", "077:12", "N", "E", "+05.30")},
+            {"Person", Person("Ravi", 1)}};
+}
+
+Json Range()
+{
+    Json j = Moment();
+    j.update({{"SearchMode", 1},
+              {"FromDate", "01/11/2024"},
+              {"ToDate", "03/11/2024"},
+              {"FromTime", "06.00"},
+              {"ToTime", "20.00"}});
+    return j;
+}
+
+Json Marriage()
+{
+    Json j = Range();
+    j.erase("Person");
+    j.update({{"Category", "Marriage"}, {"MuhuName", "Marriage ceremony (Vivaha)"}, {"Boy", Person("Arjun", 1)},
+              {"Girl", Person("Meera", 2)}});
+    return j;
+}
+
+struct Case {
+    const char* field;  // what the message must name
+    std::function<Json()> request;
+};
+
+// A request that is the base with one change.
+template <typename F>
+std::function<Json()> With(Json (*base)(), F change)
+{
+    return [=] {
+        Json j = base();
+        change(j);
+        return j;
+    };
+}
+
+#define SET(base, path, value) With(base, [](Json& j) { j path = value; })
+#define DROP(base, key) With(base, [](Json& j) { j.erase(key); })
+
+TEST(RequestRefusals, EveryFieldNoFormWouldTakeIsNamedAndNothingIsWritten)
+{
+    const std::vector<Case> cases = {
+        // the place
+        {"Place.Lati", SET(Moment, ["Place"]["Lati"], "999:99")},
+        {"Place.Lati", SET(Moment, ["Place"]["Lati"], "181:00")},
+        {"Place.Lati", SET(Moment, ["Place"]["Lati"], "090:01")},
+        {"Place.Lati", SET(Moment, ["Place"]["Lati"], "28:36")},
+        {"Place.Lati", SET(Moment, ["Place"]["Lati"], 28)},
+        {"Place.Longi", SET(Moment, ["Place"]["Longi"], "180:01")},
+        {"Place.Longi", SET(Moment, ["Place"]["Longi"], "077:60")},
+        {"Place.GMT", SET(Moment, ["Place"]["GMT"], "abc")},
+        {"Place.GMT", SET(Moment, ["Place"]["GMT"], "+999999.00")},
+        {"Place.GMT", SET(Moment, ["Place"]["GMT"], "+14.30")},
+        {"Place.GMT", SET(Moment, ["Place"]["GMT"], "+05.60")},
+        {"Place.GMT", SET(Moment, ["Place"]["GMT"], "05.30")},
+        {"Place.GMT", SET(Moment, ["Place"]["GMT"], "+5,30")},
+        {"Place.NS", SET(Moment, ["Place"]["NS"], "X")},
+        {"Place.EW", SET(Moment, ["Place"]["EW"], "East")},
+        {"Place.Height", SET(Moment, ["Place"]["Height"], "10")},
+        // the person and the couple
+        {"Person.Sex", SET(Moment, ["Person"]["Sex"], 99)},
+        {"Person.AMPM", SET(Moment, ["Person"]["AMPM"], 3)},
+        {"Person.BTime", SET(Moment, ["Person"]["BTime"], "99.99")},
+        {"Person.BTime", SET(Moment, ["Person"]["BTime"], "24.00")},
+        {"Person.BDate", SET(Moment, ["Person"]["BDate"], "31/02/1990")},
+        {"Person.BDate", SET(Moment, ["Person"]["BDate"], "02/09/1899")},
+        {"Person.BDate", SET(Moment, ["Person"]["BDate"], "2/9/1990")},
+        {"Person.GMT", SET(Moment, ["Person"]["GMT"], "-14.01")},
+        {"'Person' is missing", DROP(Moment, "Person")},
+        {"'Girl' is missing", DROP(Marriage, "Girl")},
+        {"Boy.BDate", With(Marriage, [](Json& j) { j["Boy"].erase("BDate"); })},
+        // the moment and the range
+        {"MomentDate", SET(Moment, ["MomentDate"], "01/11/20245")},
+        {"MomentDate", SET(Moment, ["MomentDate"], "01/01/2100")},
+        {"MomentDate", DROP(Range, "MomentDate")},
+        {"MomentTime", SET(Moment, ["MomentTime"], "25.00")},
+        {"MomentTime", SET(Moment, ["MomentTime"], "10:30")},
+        {"MomentAMPM", SET(Moment, ["MomentAMPM"], 0)},
+        {"SearchMode", SET(Moment, ["SearchMode"], 3)},
+        {"FromDate", SET(Range, ["FromDate"], "garbage")},
+        {"FromTime", SET(Range, ["FromTime"], "06.75")},
+        {"ToTime", SET(Range, ["ToTime"], "ab.cd")},
+        {"ToDate", SET(Range, ["ToDate"], "31/10/2024")},
+        {"ToDate", With(Range, [](Json& j) { j["FromDate"] = "01/01/2000", j["ToDate"] = "02/01/2010"; })},
+        {"ToDate", With(Range, [](Json& j) { j["FromDate"] = "01/01/1900", j["ToDate"] = "31/12/2099"; })},
+        // the catalogue
+        {"Category", SET(Moment, ["Category"], "Travel")},
+        {"Category", DROP(Moment, "Category")},
+        {"MuhuName", SET(Moment, ["MuhuName"], "Nothing")},
+        {"MuhuName", SET(Moment, ["MuhuName"], "Marriage ceremony (Vivaha)")},
+        {"MuhuName", SET(Moment, ["MuhuName"], "Setting out on a journey (Yatra) ")},
+        // the run's settings
+        {"settings.AyanType", SET(Moment, ["settings"]["AyanType"], 16)},
+        {"settings.AyanType", SET(Moment, ["settings"]["AyanType"], "Lahiri")},
+        {"settings.CustAyan", SET(Moment, ["settings"]["CustAyan"], "23,30")},
+        {"settings.RahuKetuMode", SET(Moment, ["settings"]["RahuKetuMode"], 3)},
+        {"settings.Ayanamsha", SET(Moment, ["settings"]["Ayanamsha"], 1)},
+    };
+    const fs::path png = Scratch() / "refused.png", pdf = Scratch() / "refused.pdf";
+    for (const Case& c : cases) {
+        const Json request = c.request();
+        SCOPED_TRACE(request.dump());
+        fs::remove(png);
+        fs::remove(pdf);
+        const Outcome o = Cli({"muhurtha", "--request", Write("request.json", request), "--json", "--png", png.string(),
+                               "--pdf", pdf.string()});
+        EXPECT_EQ(o.code, 2) << o.err;
+        EXPECT_NE(o.err.find(c.field), std::string::npos) << o.err;
+        EXPECT_EQ(o.out, "");
+        EXPECT_FALSE(fs::exists(png));
+        EXPECT_FALSE(fs::exists(pdf));
+    }
+}
+
+TEST(RequestRefusals, OneRunNamesEveryWrongFieldAndTheMuhurthasThatExist)
+{
+    Json j = Moment();
+    j["Place"]["NS"] = "X";
+    j["Person"]["Sex"] = 99;
+    j["MuhuName"] = "Nothing";
+    const Outcome o = Cli({"muhurtha", "--request", Write("request.json", j)});
+    EXPECT_EQ(o.code, 2);
+    for (const char* named : {"'Place.NS'", "'Person.Sex'", "'MuhuName'", "catalogue --category Journey",
+                              "\n    Setting out on a journey (Yatra)\n"})
+        EXPECT_NE(o.err.find(named), std::string::npos) << named << " in\n" << o.err;
+}
+
+TEST(RequestRefusals, WhatTheFormTakesStillRuns)
+{
+    const std::vector<std::function<Json()>> accepted = {
+        SET(Moment, ["MomentTime"], "24.00"),  // the form's clock passes hour 24
+        With(Moment, [](Json& j) { j["Place"] = Place("090:00", "180:00", "s", "w", "-14.00"); }),
+        With(Moment, [](Json& j) { j["Place"]["GMT"] = "+14.00", j["Category"] = "journey"; }),
+        SET(Moment, ["MuhuName"], "SETTING OUT ON A JOURNEY (YATRA)"),
+        SET(Moment, ["FromDate"], "00/00/0000"),            // unused in a moment check
+        SET(Moment, ["Boy"], (Json{{"BDate", "00/00/0000"}})),  // unused for one person
+        SET(Range, ["ToDate"], "01/11/2024"),               // one day
+        SET(Moment, ["settings"], (Json{{"AyanType", "15"}, {"CustAyan", "23.30"}, {"RahuKetuMode", 2}})),
+    };
+    for (const auto& request : accepted) {
+        const Json j = request();
+        const Outcome o = Cli({"muhurtha", "--request", Write("request.json", j), "--json"});
+        EXPECT_EQ(o.code, 0) << j.dump() << "\n" << o.err;
+        EXPECT_NE(o.out.find("\"BestMuhuScore\""), std::string::npos);
+    }
+    // Letters typed in small go in as the form keeps them, in capitals: a
+    // southern place answers the same either way.
+    const auto south = [&](const char* ns, const char* ew) {
+        Json j = Moment();
+        j["Place"] = Place("033:55", "151:11", ns, ew, "+10.00");
+        return Cli({"muhurtha", "--request", Write(std::string("south-") + ns + ".json", j), "--json"}).out;
+    };
+    EXPECT_EQ(south("s", "e"), south("S", "E"));
+}
+
+TEST(ChartInputRefusals, ThePersonFieldsTheSettingsAndTheOptionsAreNamed)
+{
+    const Json person = {{"Name", "Test"}, {"Sex", 1}, {"Day", 30}, {"Month", 3}, {"Year", 2024}, {"Hour", 10},
+                         {"Minutes", 30}, {"AMPM", 1}, {"LatDeg", 28}, {"LatMT", 38}, {"TextNS", "N"},
+                         {"LongDeg", 77}, {"LongMT", 12}, {"TextEW", "E"}, {"GMTDIFF", "5.5"}, {"TimeCorr", "0"}};
+    const std::string good = Write("chart.json", {{"person", person}});
+    ASSERT_EQ(Cli({"chart", "--input", good, "--json"}).code, 0);
+    ASSERT_EQ(Cli({"gochara", "--input", good, "--planet", "1", "--target", "0", "--tolerance", "60"}).code, 0);
+    ASSERT_EQ(Cli({"record", "--input", good, "--step", "-90.5", "--count", "3"}).code, 0);
+
+    // Each input in a file of its own, named by what it changes.
+    const auto changed = [&](const char* key, const Json& value) {
+        Json p = person;
+        p[key] = value;
+        return Write(std::string("person-") + key + ".json", {{"person", p}});
+    };
+    const Json vakya = {{"Day", 30}, {"Month", 3}, {"Year", 2024}, {"Hour", 10},
+                        {"Minutes", 30}, {"Seconds", 0}, {"LatDeg", 28}, {"LatMin", 38}};
+    const auto vakyaWith = [&](const char* key, const Json& value) {
+        Json v = vakya;
+        v[key] = value;
+        return Write(std::string("vakya-") + key + ".json", v);
+    };
+    const auto gochara = [&](const std::string& input, const char* planet, const char* target, const char* tolerance) {
+        std::vector<std::string> a = {"gochara", "--input", input, "--planet", planet, "--target", target};
+        if (*tolerance) a.insert(a.end(), {"--tolerance", tolerance});
+        return a;
+    };
+    const std::vector<std::pair<const char*, std::vector<std::string>>> cases = {
+        {"'LatDeg'", {"chart", "--input", changed("LatDeg", 999)}},
+        {"'LongMT'", {"chart", "--input", changed("LongMT", 60)}},
+        {"'Day', 'Month' and 'Year'", {"chart", "--input", changed("Month", 2)}},
+        {"'Year'", {"chart", "--input", changed("Year", 245)}},
+        {"'Hour'", {"chart", "--input", changed("Hour", 24)}},
+        {"'TextEW'", {"chart", "--input", changed("TextEW", "X")}},
+        {"'GMTDIFF'", {"chart", "--input", changed("GMTDIFF", "abc")}},
+        {"'Sex'", gochara(changed("Sex", 99), "1", "0", "60")},
+        {"'TimeCorr'", {"record", "--input", changed("TimeCorr", "1e9")}},
+        {"settings.AyanType",
+         {"chart", "--input", Write("settings.json", {{"person", person}, {"settings", {{"AyanType", 0}}}})}},
+        {"--planet", gochara(good, "13", "0", "60")},
+        {"--target", gochara(good, "1", "361", "60")},
+        {"--target", gochara(good, "1", "abc", "60")},
+        {"--tolerance", gochara(good, "1", "0", "0")},
+        {"--tolerance", gochara(good, "1", "0", "")},
+        {"--step", {"record", "--step", "1,5"}},
+        {"--count", {"record", "--count", "200000"}},
+        {"--count", {"record", "--count", "2.5"}},
+        {"ten years", {"record", "--step", "527040", "--count", "11"}},
+        {"'Year'", {"vakya", "--input", vakyaWith("Year", 20245)}},
+        {"'Day', 'Month' and 'Year'", {"vakya", "--input", vakyaWith("Month", 2)}},
+        {"'Hour'", {"vakya", "--input", vakyaWith("Hour", 25)}},
+        {"'LatDeg' and 'LatMin'", {"vakya", "--input", vakyaWith("LatDeg", 95)}},
+        {"--category", {"catalogue", "--category", "Travel"}},
+    };
+    for (const auto& [named, args] : cases) {
+        const Outcome o = Cli(args);
+        EXPECT_EQ(o.code, 2) << named << "\n" << o.err;
+        EXPECT_NE(o.err.find(named), std::string::npos) << o.err;
+        EXPECT_EQ(o.out, "") << named;
+    }
+}
+
+}  // namespace
