@@ -26,10 +26,13 @@ struct Outcome {
     std::string out, err;
 };
 
+// A folder of the running test's own: the tests run side by side.
 fs::path Scratch()
 {
     const char* tmp = std::getenv("RANVEL_TEST_TMP");
-    fs::path dir = fs::path(tmp ? tmp : fs::temp_directory_path().string()) / "cli-checks";
+    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+    fs::path dir = fs::path(tmp ? tmp : fs::temp_directory_path().string()) / "cli-checks" /
+                   (std::string(info->test_suite_name()) + "." + info->name());
     fs::create_directories(dir);
     return dir;
 }
