@@ -22,6 +22,7 @@
 
 #include "ranvel/app/BottomBar.h"
 #include "ranvel/app/appinfo.h"
+#include "ranvel/app/formkit.h"
 #include "ranvel/app/frmAbout.h"
 #include "ranvel/app/frmCalcOptions.h"
 #include "ranvel/app/frmColorEnv.h"
@@ -31,7 +32,6 @@
 #include "ranvel/app/frmLogin.h"
 #include "ranvel/app/frmMuhuCover.h"
 #include "ranvel/app/frmMuhuTxt.h"
-#include "ranvel/app/formkit.h"
 #include "ranvel/app/frmWizard.h"
 #include "ranvel/engine/request_state.h"
 #include "ranvel/platform/apppaths.h"
