@@ -84,7 +84,17 @@ bool mdiMother::ExportPDF()
         // A fault on the way ends the command with its box; the file is
         // closed whatever happened.
         const bool walked = ui::RunCommand([&] { exporter.ExportHoroscope(topics); });
-        const bool closed = ui::RunCommand([&] { exporter.FinishFile(); });
+        // A file that could not be put on the disk (a full disk) is told
+        // with the system's reason; the file that was there stays.
+        bool closed = false;
+        try {
+            exporter.FinishFile();
+            closed = true;
+        } catch (const PdfError& e) {
+            MsgBox(e.what(), MsgButtons::OK, "Error Writing File", MsgIcon::Critical);
+        } catch (const std::exception& e) {
+            ui::ShowFault(e);
+        }
         exported = walked && closed;
     });
     return exported;

@@ -2,12 +2,17 @@
 // poppler's tools: the document's information, its pages, its text (names,
 // dates, the lagna span, the analysis under its header, in the middle of
 // the sheet) and its embedded faces; the topic the user is given back; the
-// name the save dialog offers; the ways an export does not start; and the
-// command line writing the same report.
+// name the save dialog offers; the ways an export does not start; a disk
+// that fills, which keeps the old file and says so; and the command line
+// writing the same report.
+#include <sys/mount.h>
+
 #include <QDir>
 #include <QLabel>
 #include <QRegularExpression>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 
 #include "app/app_fixture.h"
@@ -226,6 +231,45 @@ TEST_F(PdfExport, ThePersonsNameIsOfferedAndACancelOrAnUnwritableFileStartsNothi
     EXPECT_FALSE(fs::exists(app / "no"));
     EXPECT_TRUE(Left().isEmpty());
     EXPECT_THROW(Search(journey, {"--pdf", (app / "no/such/r.PDF").string()}), std::runtime_error);
+}
+
+// An export onto a disk that fills on the way: the box says the disk is
+// full, the earlier file is as it was and no work file is left.
+TEST_F(PdfExport, AFullDiskKeepsTheEarlierFileAndSaysTheDiskIsFull)
+{
+    const fs::path small = app / "small";
+    fs::create_directories(small);
+    if (::mount("tmpfs", small.c_str(), "tmpfs", MS_NOSUID | MS_NODEV, "size=64k") != 0)
+        GTEST_SKIP() << "a small file system can't be mounted here: " << std::strerror(errno);
+    struct Unmount {
+        const fs::path& at;
+        ~Unmount() { ::umount2(at.c_str(), MNT_DETACH); }
+    } unmount{small};
+    const fs::path pdf = small / "Ravi-Muhurtha.PDF";
+    std::ofstream(pdf) << "the earlier report";
+    {
+        std::ofstream filler(small / "filler", std::ios::binary);
+        const std::string block(4096, 'x');
+        while (filler.write(block.data(), block.size()) && filler.flush()) {}
+    }
+
+    Search(std::string(R"j("Category": "Journey", "MuhuName": "Setting out on a journey (Yatra)",
+      "SearchMode": 2, "MomentDate": "05/11/2024", "MomentTime": "10.30",
+      "Person": {"Name": "Ravi", "BDate": "02/09/1990", "BTime": "07.05", )j") + kPlace + "}");
+    mdiMother* main = ResultWindow();
+    dialogs.files.push_back(pdf.string());
+    EXPECT_FALSE(main->ExportPDF());
+    ASSERT_EQ(messages.Messages().size(), 1u);
+    EXPECT_EQ(messages.Messages()[0].title, "Error Writing File") << messages.Messages()[0].text;
+    EXPECT_EQ(messages.Messages()[0].text, "The PDF file '" + pdf.string() +
+                                               "' could not be written: the disk is full (No space left on device). "
+                                               "The file that was there is kept as it was.");
+    std::ifstream in(pdf);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "the earlier report");
+    QStringList left = QDir(QString::fromStdString(small.string())).entryList(QDir::Files | QDir::Hidden);
+    left.sort();
+    EXPECT_EQ(left, QStringList({"Ravi-Muhurtha.PDF", "filler"}));
+    EXPECT_EQ(main->CurrentTopic(), 0);
 }
 
 }  // namespace

@@ -1,9 +1,14 @@
 // The PDF box and the exporter's walk, watched through a box that notes
 // what it is asked to draw while it still writes a real file: the work
-// file that only replaces a complete target, the twips-to-page scale, the
+// file that only replaces a complete target (and a full disk that leaves
+// the old one, saying so), the twips-to-page scale, the
 // face that stands in for the old system face, the flow in whole words,
 // and the progress of a report.
 #include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+
+#include <QDir>
 
 #include <QFile>
 #include <QGroupBox>
@@ -11,6 +16,8 @@
 #include <QTemporaryDir>
 #include <QTextCursor>
 #include <QTextEdit>
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 
@@ -63,6 +70,31 @@ std::string Slurp(const QString& path)
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
+// A small file system of the test's own, to be filled to its last block.
+// Only root may mount one; elsewhere the test says so and is skipped.
+class SmallDisk {
+public:
+    explicit SmallDisk(const QString& at) : path(at.toStdString())
+    {
+        QDir().mkpath(at);
+        mounted = ::mount("tmpfs", path.c_str(), "tmpfs", MS_NOSUID | MS_NODEV, "size=64k") == 0;
+        if (!mounted) why = std::strerror(errno);
+    }
+    ~SmallDisk()
+    {
+        if (mounted) ::umount2(path.c_str(), MNT_DETACH);
+    }
+    void Fill()
+    {
+        std::FILE* f = std::fopen((path + "/filler").c_str(), "wb");
+        const std::string block(4096, 'x');
+        while (f && std::fwrite(block.data(), 1, block.size(), f) == block.size() && std::fflush(f) == 0) {}
+        if (f) std::fclose(f);
+    }
+    std::string path, why;
+    bool mounted = false;
+};
+
 class PdfExporterWalk : public ::testing::Test {
 protected:
     void SetUp() override
@@ -98,6 +130,46 @@ TEST(PdfBox, TheTargetIsReplacedOnlyByACompleteDocumentWithItsInformation)
     pdf.AbortDoc();
     EXPECT_EQ(Slurp(target), done);
     EXPECT_FALSE(QFile::exists(QString::fromStdString(pdf.WorkName())));
+}
+
+// A disk that fills while the document is put on it: the target keeps
+// its old content, no work file stays, and the failure names the file and
+// the system's reason.
+TEST(PdfBox, AFullDiskLeavesTheOldFileAndSaysWhy)
+{
+    QTemporaryDir dir;
+    SmallDisk disk(dir.filePath("small"));
+    if (!disk.mounted) GTEST_SKIP() << "a small file system can't be mounted here: " << disk.why;
+    const std::string target = disk.path + "/old.PDF";
+    std::ofstream(target) << "the earlier report";
+    ::chmod(target.c_str(), 0640);
+    disk.Fill();
+    PdfBox pdf;
+    pdf.FileName(target);
+    pdf.BeginDoc();
+    pdf.TextOut(100, 100, "drawn");
+    try {
+        pdf.EndDoc();
+        ADD_FAILURE() << "a document was written onto a full disk";
+    } catch (const PdfError& e) {
+        EXPECT_EQ(std::string(e.what()), "The PDF file '" + target +
+                                             "' could not be written: the disk is full (No space left on device). "
+                                             "The file that was there is kept as it was.");
+    }
+    EXPECT_EQ(Slurp(QString::fromStdString(target)), "the earlier report");
+    EXPECT_EQ(QDir(QString::fromStdString(disk.path)).entryList(QDir::Files | QDir::Hidden),
+              QStringList({"filler", "old.PDF"}));
+
+    // With room again the new document takes the old one's place, and its
+    // permissions.
+    std::remove((disk.path + "/filler").c_str());
+    pdf.BeginDoc();
+    pdf.TextOut(100, 100, "drawn");
+    pdf.EndDoc();
+    EXPECT_EQ(Slurp(QString::fromStdString(target)).rfind("%PDF-", 0), 0u);
+    struct stat st {};
+    ASSERT_EQ(::stat(target.c_str(), &st), 0);
+    EXPECT_EQ(st.st_mode & 0777, 0640u);
 }
 
 TEST_F(PdfExporterWalk, EveryControlVisibleOrNotIsPlacedAtItsTwipsOverFiveSixtySevenCut)

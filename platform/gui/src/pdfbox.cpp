@@ -4,10 +4,15 @@
 #define POINTERHOLDER_TRANSITION 4
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFObjectHandle.hh>
+#include <qpdf/Buffer.hh>
 #include <qpdf/QPDFWriter.hh>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QBuffer>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -17,11 +22,11 @@
 #include <QPdfWriter>
 #include <QScreen>
 #include <QTextOption>
+#include <cerrno>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 
 #include "ranvel/platform/gui/qstr.h"
+#include "ranvel/platform/gui/wholefile.h"
 
 namespace ranvel {
 
@@ -31,20 +36,14 @@ namespace {
 // units are the writer's own.
 constexpr int kDotsPerInch = 254;
 
-// The document information as the reader shows it. Qt's writer puts only
-// a title and the producer there.
-void WriteInformation(const std::string& path, const std::string& author, const std::string& title,
-                      const std::string& keywords)
+// The document as Qt's writer left it, with its information as the reader
+// shows it (Qt's writer puts only a title and the producer there): the
+// bytes of the complete file.
+std::string WithInformation(const QByteArray& written, const std::string& name, const std::string& author,
+                            const std::string& title, const std::string& keywords)
 {
-    std::string bytes;
-    {
-        std::ifstream in(path, std::ios::binary);
-        if (!in) throw PdfError("cannot read back '" + path + "'");
-        bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    }
-    // Read from memory, so that the same file can be written again.
     QPDF pdf;
-    pdf.processMemoryFile(path.c_str(), bytes.data(), bytes.size());
+    pdf.processMemoryFile(name.c_str(), written.constData(), static_cast<std::size_t>(written.size()));
     QPDFObjectHandle trailer = pdf.getTrailer();
     QPDFObjectHandle info = trailer.getKey("/Info");
     if (!info.isDictionary()) {
@@ -54,8 +53,11 @@ void WriteInformation(const std::string& path, const std::string& author, const 
     info.replaceKey("/Author", QPDFObjectHandle::newUnicodeString(author));
     info.replaceKey("/Title", QPDFObjectHandle::newUnicodeString(title));
     info.replaceKey("/Keywords", QPDFObjectHandle::newUnicodeString(keywords));
-    QPDFWriter writer(pdf, path.c_str());
+    QPDFWriter writer(pdf);
+    writer.setOutputMemory();
     writer.write();
+    const std::shared_ptr<Buffer> out = writer.getBufferSharedPointer();
+    return std::string(reinterpret_cast<const char*>(out->getBuffer()), out->getSize());
 }
 
 }  // namespace
@@ -100,15 +102,23 @@ void PdfBox::BeginDoc()
     if (target.exists() && (!target.isFile() || !target.isWritable()))
         throw PdfError("'" + fileName_ + "' can't be written");
     if (workName_.empty()) workName_ = WorkNameFor(fileName_);
-    writer_ = std::make_unique<QPdfWriter>(Q(workName_));
+    // The work file is taken now, so that a folder that can't be written
+    // is known before anything is drawn; it is filled at the end.
+    ::unlink(workName_.c_str());
+    workFd_ = ::open(workName_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+    if (workFd_ < 0) throw PdfError("'" + fileName_ + "' can't be written: " + WriteFailureReason(errno));
+    // The pages are drawn into memory: what reaches the disk is the
+    // complete document, and a write that fails is seen as it fails.
+    buffer_ = std::make_unique<QBuffer>();
+    buffer_->open(QIODevice::WriteOnly);
+    writer_ = std::make_unique<QPdfWriter>(buffer_.get());
     writer_->setResolution(kDotsPerInch);
     writer_->setPageLayout(QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
     writer_->setTitle(Q(title_));
     painter_ = std::make_unique<QPainter>();
     if (!painter_->begin(writer_.get())) {
-        painter_.reset();
-        writer_.reset();
-        QFile::remove(Q(workName_));
+        Finish();
+        DropWork();
         throw PdfError("'" + fileName_ + "' can't be written");
     }
     painter_->setRenderHint(QPainter::Antialiasing);
@@ -123,28 +133,46 @@ void PdfBox::Finish()
     writer_.reset();
 }
 
+void PdfBox::DropWork()
+{
+    buffer_.reset();
+    if (workFd_ >= 0) {
+        ::close(workFd_);
+        workFd_ = -1;
+        ::unlink(workName_.c_str());
+    }
+}
+
 void PdfBox::EndDoc()
 {
     if (!painter_) return;
     Finish();
+    std::string bytes;
     try {
-        WriteInformation(workName_, author_, title_, keywords_);
+        bytes = WithInformation(buffer_->data(), workName_, author_, title_, keywords_);
     } catch (const std::exception& e) {
-        QFile::remove(Q(workName_));
+        DropWork();
         throw PdfError(std::string("the document could not be completed: ") + e.what());
     }
-    // The finished document takes the target's place in one step.
-    if (std::rename(workName_.c_str(), fileName_.c_str()) != 0) {
-        QFile::remove(Q(workName_));
-        throw PdfError("'" + fileName_ + "' can't be written");
-    }
+    buffer_.reset();
+
+    // The complete document onto the disk, then in the target's place in
+    // one step. A target that was there keeps its permissions, and stays
+    // as it was when anything on the way fails.
+    struct stat old {};
+    const bool replacing = ::stat(fileName_.c_str(), &old) == 0;
+    const int fd = workFd_;
+    workFd_ = -1;
+    std::string reason;
+    if (!PutInPlace(fd, workName_, fileName_, bytes, reason))
+        throw PdfError("The PDF file '" + fileName_ + "' could not be written: " + reason + "." +
+                       (replacing ? " The file that was there is kept as it was." : ""));
 }
 
 void PdfBox::AbortDoc()
 {
-    if (!painter_) return;
     Finish();
-    QFile::remove(Q(workName_));
+    DropWork();
 }
 
 void PdfBox::NewPage()

@@ -4,26 +4,43 @@
 
 #include <filesystem>
 
+#include "ranvel/platform/gui/wholefile.h"
+
 namespace ranvel {
 
 namespace fs = std::filesystem;
 
 std::string FolderOf(const std::string& path) { return fs::path(path).parent_path().string(); }
 
-bool ZipFiles(const std::string& zipPath, const std::vector<std::string>& files, std::string& error)
+namespace {
+
+// The archive built in memory, so that what is written to the disk, and
+// what is sent, are the same bytes.
+bool ZipToMemory(const std::string& zipPath, const std::vector<std::string>& files, std::string& bytes,
+                 std::string& error)
 {
-    const std::string work = zipPath + ".part";
-    std::error_code ec;
-    fs::remove(work, ec);
-    int code = 0;
-    zip_t* archive = zip_open(work.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code);
-    if (!archive) {
-        zip_error_t e;
-        zip_error_init_with_code(&e, code);
+    zip_error_t e;
+    zip_error_init(&e);
+    zip_source_t* buffer = zip_source_buffer_create(nullptr, 0, 0, &e);
+    if (!buffer) {
         error = "cannot make '" + zipPath + "': " + zip_error_strerror(&e);
         zip_error_fini(&e);
         return false;
     }
+    // The buffer outlives the archive: the bytes are read from it after.
+    zip_source_keep(buffer);
+    struct Release {
+        zip_source_t* s;
+        ~Release() { zip_source_free(s); }
+    } release{buffer};
+    zip_t* archive = zip_open_from_source(buffer, ZIP_TRUNCATE, &e);
+    if (!archive) {
+        error = "cannot make '" + zipPath + "': " + zip_error_strerror(&e);
+        zip_error_fini(&e);
+        return false;
+    }
+    zip_error_fini(&e);
+    std::error_code ec;
     for (const std::string& file : files) {
         if (!fs::is_regular_file(file, ec)) {
             error = "cannot read '" + file + "'";
@@ -42,17 +59,36 @@ bool ZipFiles(const std::string& zipPath, const std::vector<std::string>& files,
         zip_set_file_compression(archive, static_cast<zip_uint64_t>(index), ZIP_CM_DEFLATE, 9);
     }
     if (zip_close(archive) != 0) {
-        error = "cannot write '" + zipPath + "': " + zip_strerror(archive);
+        error = "cannot make '" + zipPath + "': " + zip_strerror(archive);
         zip_discard(archive);
-        fs::remove(work, ec);
         return false;
     }
-    fs::rename(work, zipPath, ec);
-    if (ec) {
-        error = "cannot write '" + zipPath + "': " + ec.message();
-        fs::remove(work, ec);
+    zip_stat_t st;
+    zip_stat_init(&st);
+    if (zip_source_open(buffer) != 0) {
+        error = "cannot make '" + zipPath + "': the archive is empty";
         return false;
     }
+    bool read = zip_source_stat(buffer, &st) == 0 && (st.valid & ZIP_STAT_SIZE);
+    if (read) {
+        bytes.resize(static_cast<std::size_t>(st.size));
+        read = zip_source_read(buffer, bytes.data(), st.size) == static_cast<zip_int64_t>(st.size);
+    }
+    zip_source_close(buffer);
+    if (!read) error = "cannot make '" + zipPath + "': " + zip_error_strerror(zip_source_error(buffer));
+    return read;
+}
+
+}  // namespace
+
+bool ZipFiles(const std::string& zipPath, const std::vector<std::string>& files, std::string& error,
+              std::string* written)
+{
+    std::string bytes;
+    if (!ZipToMemory(zipPath, files, bytes, error)) return false;
+    // Only its owner reads the archive: it carries the report.
+    if (!WriteFileWhole(zipPath, bytes, 0600, error)) return false;
+    if (written) *written = std::move(bytes);
     return true;
 }
 

@@ -3,10 +3,11 @@
 // corner, a pen with a current position, a font, and text that stays real
 // text (searchable, its faces embedded as subsets).
 //
-// The document is written to a work file beside the target. Only when it
-// has been ended, and its author, title and keywords written into it, is
-// the work file moved over the target: a failure on the way leaves the
-// target as it was.
+// The pages are drawn into memory. Only when the document has been ended,
+// and its author, title and keywords written into it, is it written to a
+// work file beside the target, forced onto the disk and moved over the
+// target: a failure on the way (a full disk) leaves the target as it was
+// and no work file, and says why.
 //
 // The drawing operations are virtual so that a test can watch what the
 // export asks for while the document is still written.
@@ -20,6 +21,7 @@
 #include <stdexcept>
 #include <string>
 
+class QBuffer;
 class QPainter;
 class QPdfWriter;
 
@@ -70,9 +72,10 @@ public:
     // Opens the work file and the first page. Throws PdfError when the
     // target can't be written.
     virtual void BeginDoc();
-    // Closes the document, writes its information and moves it over the
-    // target. Throws PdfError on failure, after removing the work file. A
-    // box with no open document does nothing.
+    // Closes the document, writes it with its information to the work file
+    // and moves that over the target. Throws PdfError on failure (its text
+    // names the file and the system's reason), after removing the work
+    // file. A box with no open document does nothing.
     virtual void EndDoc();
     // Ends the document and drops the work file, leaving the target alone.
     void AbortDoc();
@@ -134,12 +137,15 @@ public:
 
 private:
     void Finish();
+    void DropWork();
     QFont PageFont() const;
 
     std::string fileName_, workName_;
     std::string author_, title_, keywords_;
     bool embedFonts_ = true;
     std::string password_;
+    int workFd_ = -1;
+    std::unique_ptr<QBuffer> buffer_;
     std::unique_ptr<QPdfWriter> writer_;
     std::unique_ptr<QPainter> painter_;
     int pages_ = 0;

@@ -10,10 +10,13 @@ namespace ranvel {
 // The folder part of a path ("/a/b/c.zip" gives "/a/b").
 std::string FolderOf(const std::string& path);
 
-// Writes a new archive at zipPath (replacing one that is there) holding the
-// files. False, with the reason, when a file can't be read or the archive
-// can't be written; no half-written archive is left.
-bool ZipFiles(const std::string& zipPath, const std::vector<std::string>& files, std::string& error);
+// Writes a new archive at zipPath (replacing one that is there, written
+// whole, readable by its owner alone) holding the files. False, with the
+// reason, when a file can't be read or the archive can't be written; no
+// half-written archive is left. `written`, when given, receives the bytes
+// that went to the disk.
+bool ZipFiles(const std::string& zipPath, const std::vector<std::string>& files, std::string& error,
+              std::string* written = nullptr);
 
 // The names and contents of an archive's entries, for reading one back.
 struct ZipEntry {
