@@ -1,18 +1,25 @@
 #include "ranvel/app/frmEmail.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateTime>
+#include <QEventLoop>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QStandardPaths>
+#include <QThread>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
+#include <memory>
 
 #include "ranvel/app/appinfo.h"
 #include "ranvel/app/formkit.h"
@@ -20,6 +27,7 @@
 #include "ranvel/engine/request_state.h"
 #include "ranvel/platform/gui/mail.h"
 #include "ranvel/platform/gui/qstr.h"
+#include "ranvel/platform/gui/wholefile.h"
 #include "ranvel/platform/gui/zip.h"
 #include "ranvel/platform/sinks.h"
 #include "ranvel/platform/vbmath.h"
@@ -61,10 +69,90 @@ int& MailKind()
     return kind;
 }
 
-std::string MailTempFolder()
+namespace {
+
+// What makes a folder unfit to hold the report, empty when nothing does.
+// Looked at through lstat, so that a link is seen as a link. `only` asks
+// for a folder that no one but its owner may enter; otherwise no one else
+// may write in it.
+std::string Untrusted(const std::string& path, bool only, struct stat& st)
 {
-    const QString temp = QStandardPaths::writableLocation(QStandardPaths::TempLocation);
-    return S(temp) + "/RVTEMP19-" + std::to_string(::getuid());
+    if (::lstat(path.c_str(), &st) != 0) return std::string("not there (") + std::strerror(errno) + ")";
+    if (S_ISLNK(st.st_mode)) return "a link to another place";
+    if (!S_ISDIR(st.st_mode)) return "not a folder";
+    if (st.st_uid != ::geteuid()) return "owned by another user";
+    const unsigned mode = st.st_mode & 07777;
+    if (only ? mode != 0700 : (mode & 022) != 0) {
+        char octal[8];
+        std::snprintf(octal, sizeof octal, "%04o", mode);
+        return std::string("open to other users (mode ") + octal + ")";
+    }
+    return {};
+}
+
+std::string Refused(const std::string& path, const std::string& why)
+{
+    return "The folder for the mail's attachment, '" + path + "', is " + why +
+           ": it is not yours alone. Nothing was written or sent.";
+}
+
+}  // namespace
+
+bool MakeMailFolder(std::string& folder, std::string& error)
+{
+    std::string parent;
+    // The session's runtime folder when the session has one; a name that
+    // leads nowhere (a session long gone) gives way to the cache.
+    const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+    struct stat there {};
+    if (runtime && *runtime == '/' && ::lstat(runtime, &there) == 0) {
+        parent = runtime;
+    } else {
+        const char* xdg = std::getenv("XDG_CACHE_HOME");
+        const char* home = std::getenv("HOME");
+        if (!(xdg && *xdg == '/') && !(home && *home == '/')) {
+            error = "The folder for the mail's attachment can't be found: neither a cache folder nor a home folder "
+                    "is set. Nothing was written or sent.";
+            return false;
+        }
+        const fs::path cache = xdg && *xdg == '/' ? fs::path(xdg) : fs::path(home) / ".cache";
+        std::error_code ec;
+        if (!fs::exists(cache, ec)) {
+            fs::create_directories(cache.parent_path(), ec);
+            ::mkdir(cache.c_str(), 0700);
+        }
+        parent = (cache / "ranvel").string();
+        ::mkdir(parent.c_str(), 0700);
+    }
+    struct stat before {}, after {}, made {};
+    if (std::string why = Untrusted(parent, false, before); !why.empty()) {
+        error = Refused(parent, why);
+        return false;
+    }
+    // A new name every time, made by the system with the owner's rights
+    // alone: no one can have made it first.
+    std::string name = parent + "/RVTEMP19-XXXXXX";
+    if (!::mkdtemp(name.data())) {
+        error = "The folder for the mail's attachment could not be made in '" + parent + "': " +
+                std::strerror(errno) + ". Nothing was written or sent.";
+        return false;
+    }
+    std::string why = Untrusted(name, true, made);
+    std::string where = name;
+    if (why.empty()) {
+        where = parent;
+        why = Untrusted(parent, false, after);
+        if (why.empty() && (after.st_dev != before.st_dev || after.st_ino != before.st_ino))
+            why = "another folder than a moment ago";
+    }
+    if (!why.empty()) {
+        // rmdir takes an empty folder and never follows a link.
+        ::rmdir(name.c_str());
+        error = Refused(where, why);
+        return false;
+    }
+    folder = name;
+    return true;
 }
 
 frmEmail::frmEmail(const std::string& sourceFile, QWidget* parent) : QDialog(parent), source_(sourceFile)
@@ -151,26 +239,66 @@ bool frmEmail::Validated()
     return true;
 }
 
+void frmEmail::reject()
+{
+    if (!busy_) QDialog::reject();
+}
+
+bool frmEmail::SendAway(const MailMessage& message, std::string& error)
+{
+    // The way out runs on a thread of its own, with its own copy of the
+    // message, and hands back its answer when it ends; meanwhile the dialog
+    // is drawn and answers, its commands held.
+    MailTransport& way = Mailer();
+    bool sent = false;
+    std::string said;
+    std::unique_ptr<QThread> worker(QThread::create([&way, message, &sent, &said] {
+        try {
+            sent = way.Send(message, said);
+        } catch (const std::exception& e) {
+            // A fault on the way is a mail that did not leave, told as such.
+            sent = false;
+            said = e.what();
+        }
+    }));
+    QEventLoop wait;
+    connect(worker.get(), &QThread::finished, &wait, &QEventLoop::quit);
+    const QList<QWidget*> held = {txtMailTo_, txtSubject_, txtMailText_, findChild<QWidget*>("cmdSend"),
+                                  findChild<QWidget*>("cmdCancel"), findChild<QWidget*>("cmdServer")};
+    for (QWidget* w : held) w->setEnabled(false);
+    busy_ = true;
+    worker->start();
+    wait.exec();
+    worker->wait();
+    busy_ = false;
+    for (QWidget* w : held) w->setEnabled(true);
+    error = said;
+    return sent;
+}
+
 bool frmEmail::Send()
 {
-    const std::string folder = MailTempFolder();
-    const std::string zip = folder + "/" + kZipName;
     Status("Zipping files....");
-    if (MailKind() == 2) {
-        std::error_code ec;
-        fs::create_directories(folder, ec);
-        fs::permissions(folder, fs::perms::owner_all, fs::perm_options::replace, ec);
-        std::string error;
-        if (!ZipFiles(zip, {source_}, error)) {
-            Status(QString());
-            MsgBox(error, MsgButtons::OK, "Error Sending Mail", MsgIcon::Critical);
-            return false;
-        }
+    std::string folder, error;
+    auto fail = [&](const std::string& why) {
+        Status(QString());
+        MsgBox(why, MsgButtons::OK, "Error Sending Mail", MsgIcon::Critical);
+        return false;
+    };
+    if (!MakeMailFolder(folder, error)) return fail(error);
+    folder_ = folder;
+    const std::string zip = folder + "/" + kZipName;
+    std::string bytes;
+    if (MailKind() == 2 && !ZipFiles(zip, {source_}, error, &bytes)) {
+        ::rmdir(folder.c_str());
+        return fail(error);
     }
     // A second's pause, the events let through.
     const QDateTime until = QDateTime::currentDateTime().addSecs(1);
     while (QDateTime::currentDateTime() < until) QApplication::processEvents(QEventLoop::AllEvents, 50);
     Status("Initializing MAPI Client....");
+    // What leaves is what was written, read back through one descriptor.
+    if (MailKind() == 2 && !SameAsWritten(zip, bytes, error)) return fail(error);
 
     MailMessage m;
     m.to = S(txtMailTo_->text());
@@ -178,28 +306,17 @@ bool frmEmail::Send()
     m.body = S(txtMailText_->toPlainText()) + "\n\n" + "Horoscope Generated by " + AppTitle() + "\n" + kWebAddress;
     m.attachmentPath = zip;
     m.attachmentName = kZipName;
-    std::string error;
-    bool sent = false;
-    try {
-        sent = Mailer().Send(m, error);
-    } catch (const std::exception& e) {
-        // A fault on the way is a mail that did not leave, told as such.
-        error = e.what();
-    }
-    if (!sent) {
-        Status(QString());
-        MsgBox(error, MsgButtons::OK, "Error Sending Mail", MsgIcon::Critical);
-        return false;
-    }
+    m.attachmentData = std::move(bytes);
+    const bool delivers = Mailer().Delivers();
+    if (!SendAway(m, error)) return fail(error);
     // A mail program that was handed the message sends it later, and reads
     // the attachment then: the zip stays for it.
-    if (!Mailer().Delivers()) {
+    if (!delivers) {
         Status("The message is ready in your mail program.");
         return true;
     }
-    std::error_code ec;
-    fs::remove(zip, ec);
-    fs::remove(folder, ec);
+    ::unlink(zip.c_str());
+    ::rmdir(folder.c_str());
     Status("Mail sent.");
     return true;
 }

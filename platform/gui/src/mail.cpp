@@ -2,14 +2,18 @@
 
 #include <curl/curl.h>
 #include <fcntl.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <QProcess>
 #include <QStandardPaths>
+#include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <tuple>
 
 #include "ranvel/platform/gui/qstr.h"
 #include "ranvel/platform/ini.h"
@@ -79,6 +83,49 @@ std::string DesktopMailClient::Description() const { return "Your mail program o
 
 // ---- SMTP ----
 
+namespace {
+
+// The server's replies as libcurl passes them on: the last whole reply is
+// kept, its continuation lines joined, so that a refusal can be told in
+// the server's own words.
+struct Replies {
+    std::string pending, last;
+};
+
+int Listen(CURL*, curl_infotype type, char* data, std::size_t size, void* user)
+{
+    if (type != CURLINFO_HEADER_IN) return 0;
+    auto* r = static_cast<Replies*>(user);
+    std::string line(data, size);
+    while (!line.empty() && (line.back() == '\n' || line.back() == '\r')) line.pop_back();
+    if (line.empty()) return 0;
+    // "554-..." goes on in the next line; "554 ..." ends the reply.
+    const bool more = line.size() > 3 && line[3] == '-';
+    r->pending += (r->pending.empty() ? "" : " ") + (r->pending.empty() || line.size() < 4 ? line : line.substr(4));
+    if (!more) {
+        r->last = r->pending;
+        r->pending.clear();
+    }
+    return 0;
+}
+
+// A reply that says no: a transient (4xx) or permanent (5xx) refusal.
+bool Refusal(const std::string& reply)
+{
+    const auto digit = [&](std::size_t i) { return std::isdigit(static_cast<unsigned char>(reply[i])) != 0; };
+    return reply.size() >= 3 && (reply[0] == '4' || reply[0] == '5') && digit(1) && digit(2);
+}
+
+}  // namespace
+
+SmtpMail::SmtpMail(MailServer server) : server_(std::move(server))
+{
+    // The library's global set-up is done once, here on the window's
+    // thread, before any sending thread can need it.
+    static const bool ready = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
+    (void)ready;
+}
+
 bool SmtpMail::Send(const MailMessage& message, std::string& error)
 {
     std::unique_ptr<CURL, void (*)(CURL*)> curl(curl_easy_init(), curl_easy_cleanup);
@@ -98,44 +145,80 @@ bool SmtpMail::Send(const MailMessage& message, std::string& error)
     const std::string from = "<" + (server_.from.empty() ? server_.user : server_.from) + ">";
     const std::string to = "<" + message.to + ">";
     curl_easy_setopt(c, CURLOPT_MAIL_FROM, from.c_str());
-    curl_slist* rcpt = curl_slist_append(nullptr, to.c_str());
-    curl_easy_setopt(c, CURLOPT_MAIL_RCPT, rcpt);
+    std::unique_ptr<curl_slist, void (*)(curl_slist*)> rcpt(curl_slist_append(nullptr, to.c_str()), curl_slist_free_all);
+    curl_easy_setopt(c, CURLOPT_MAIL_RCPT, rcpt.get());
 
     curl_slist* headers = nullptr;
     const std::string hFrom = "From: " + from;
     const std::string hTo = "To: " + to;
     const std::string hSubject = "Subject: " + HeaderText(message.subject);
     for (const std::string* h : {&hFrom, &hTo, &hSubject}) headers = curl_slist_append(headers, h->c_str());
+    std::unique_ptr<curl_slist, void (*)(curl_slist*)> ownHeaders(headers, curl_slist_free_all);
     curl_easy_setopt(c, CURLOPT_HTTPHEADER, headers);
 
-    curl_mime* mime = curl_mime_init(c);
-    curl_mimepart* text = curl_mime_addpart(mime);
+    std::unique_ptr<curl_mime, void (*)(curl_mime*)> mime(curl_mime_init(c), curl_mime_free);
+    curl_mimepart* text = curl_mime_addpart(mime.get());
     const std::string body = CrLf(message.body);
     curl_mime_data(text, body.c_str(), body.size());
     curl_mime_type(text, "text/plain; charset=UTF-8");
     curl_mime_encoder(text, "quoted-printable");
-    if (!message.attachmentPath.empty()) {
-        curl_mimepart* file = curl_mime_addpart(mime);
-        curl_mime_filedata(file, message.attachmentPath.c_str());
+    if (!message.attachmentPath.empty() || !message.attachmentData.empty()) {
+        curl_mimepart* file = curl_mime_addpart(mime.get());
+        // The bytes that were written go out, not what the file may hold
+        // by now.
+        if (!message.attachmentData.empty())
+            curl_mime_data(file, message.attachmentData.data(), message.attachmentData.size());
+        else
+            curl_mime_filedata(file, message.attachmentPath.c_str());
         curl_mime_filename(file, message.attachmentName.c_str());
         curl_mime_type(file, "application/zip");
         curl_mime_encoder(file, "base64");
     }
-    curl_easy_setopt(c, CURLOPT_MIMEPOST, mime);
-    curl_easy_setopt(c, CURLOPT_CONNECTTIMEOUT, 20L);
-    curl_easy_setopt(c, CURLOPT_TIMEOUT, 120L);
+    curl_easy_setopt(c, CURLOPT_MIMEPOST, mime.get());
+
+    // Every wait is bounded: the connection, the greeting and each reply,
+    // an upload that stops moving, and the whole exchange. No signals: the
+    // send may run on a thread of its own.
+    const long wait = std::max(1, server_.wait);
+    curl_easy_setopt(c, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(c, CURLOPT_CONNECTTIMEOUT, wait);
+    curl_easy_setopt(c, CURLOPT_SERVER_RESPONSE_TIMEOUT, wait);
+    curl_easy_setopt(c, CURLOPT_LOW_SPEED_LIMIT, 1L);
+    curl_easy_setopt(c, CURLOPT_LOW_SPEED_TIME, wait);
+    curl_easy_setopt(c, CURLOPT_TIMEOUT, 3 * wait);
     char detail[CURL_ERROR_SIZE] = "";
     curl_easy_setopt(c, CURLOPT_ERRORBUFFER, detail);
+    // The server's replies reach Listen (and nowhere else: nothing is
+    // printed).
+    Replies replies;
+    curl_easy_setopt(c, CURLOPT_DEBUGFUNCTION, Listen);
+    curl_easy_setopt(c, CURLOPT_DEBUGDATA, &replies);
+    curl_easy_setopt(c, CURLOPT_VERBOSE, 1L);
 
     const CURLcode result = curl_easy_perform(c);
-    curl_mime_free(mime);
-    curl_slist_free_all(headers);
-    curl_slist_free_all(rcpt);
-    if (result != CURLE_OK) {
+
+    // The message has been taken (or refused). The connection still
+    // open says goodbye when it is closed and would wait for the server's
+    // answer to that, beyond every bound above; its reading side is shut
+    // first, so that the goodbye is sent and the close does not wait.
+    curl_socket_t open = CURL_SOCKET_BAD;
+    if (curl_easy_getinfo(c, CURLINFO_ACTIVESOCKET, &open) == CURLE_OK && open != CURL_SOCKET_BAD)
+        ::shutdown(open, SHUT_RD);
+    // The message's parts are let go before the handle that refers to
+    // them.
+    mime.reset();
+    curl.reset();
+
+    if (result == CURLE_OK) return true;
+    if (Refusal(replies.last)) {
+        error = "The mail server refused the message: " + replies.last;
+    } else if (result == CURLE_OPERATION_TIMEDOUT) {
+        error = "The mail server " + server_.host + " did not answer in time" +
+                (detail[0] ? std::string(" (") + detail + ")." : std::string("."));
+    } else {
         error = std::string(curl_easy_strerror(result)) + (detail[0] ? std::string(": ") + detail : std::string());
-        return false;
     }
-    return true;
+    return false;
 }
 
 std::string SmtpMail::Description() const
@@ -170,6 +253,11 @@ MailServer LoadMailServer()
     s.user = get("User", "");
     s.password = get("Password", "");
     s.from = get("From", "");
+    try {
+        s.wait = std::clamp(std::stoi(get("Wait", "20")), 1, 300);
+    } catch (const std::exception&) {
+        s.wait = 20;
+    }
     s.savePassword = !s.password.empty();
     if (s.password.empty()) s.password = SessionPassword();
     return s;
@@ -187,6 +275,7 @@ bool SaveMailServer(const MailServer& server, std::string& error)
     text += "Security=" + server.security + "\n";
     text += "User=" + server.user + "\n";
     text += "From=" + server.from + "\n";
+    text += "Wait=" + std::to_string(server.wait) + "\n";
     text += "Password=" + (server.savePassword ? server.password : std::string()) + "\n";
     // Written into a file that is private from its first byte, then put in
     // place whole.
@@ -210,10 +299,19 @@ bool SaveMailServer(const MailServer& server, std::string& error)
 MailTransport& Mailer()
 {
     if (g_mailer) return *g_mailer;
+    // Made again only when the settings changed: a mail on its way keeps
+    // the transport it was given.
     static std::unique_ptr<MailTransport> chosen;
+    static MailServer last;
     const MailServer server = LoadMailServer();
-    if (server.Configured()) chosen = std::make_unique<SmtpMail>(server);
-    else chosen = std::make_unique<DesktopMailClient>();
+    const auto key = [](const MailServer& s) {
+        return std::tie(s.host, s.port, s.security, s.user, s.password, s.from, s.wait);
+    };
+    if (!chosen || key(server) != key(last)) {
+        if (server.Configured()) chosen = std::make_unique<SmtpMail>(server);
+        else chosen = std::make_unique<DesktopMailClient>();
+        last = server;
+    }
     return *chosen;
 }
 

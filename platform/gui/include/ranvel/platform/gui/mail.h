@@ -15,6 +15,10 @@ struct MailMessage {
     std::string body;
     std::string attachmentPath;  // empty for none
     std::string attachmentName;
+    // The attachment's bytes as they were written to attachmentPath; when
+    // given, a transport that reads the attachment itself sends these, so
+    // that the file can't be changed under it.
+    std::string attachmentData;
 };
 
 class MailTransport {
@@ -48,12 +52,20 @@ struct MailServer {
     std::string password;
     std::string from;
     bool savePassword = false;
+    // The longest wait, in seconds, for the connection, the server's
+    // greeting, each of its replies and a stalled upload; the whole
+    // exchange gets three times this.
+    int wait = 20;
     bool Configured() const { return !host.empty(); }
 };
 
+// Send blocks its caller for at most the server's waits; it touches
+// nothing but the message and the server, so it may run on a thread of its
+// own while the window stays alive. A refusal is told in the server's own
+// words.
 class SmtpMail : public MailTransport {
 public:
-    explicit SmtpMail(MailServer server) : server_(std::move(server)) {}
+    explicit SmtpMail(MailServer server);
     bool Send(const MailMessage& message, std::string& error) override;
     std::string Description() const override;
 
