@@ -87,7 +87,9 @@ bool RenderReportPdf(const std::string& path, std::string& error)
         exporter.FinishFile();
     } catch (const std::exception& e) {
         box.AbortDoc();
-        error = "cannot write the PDF file '" + path + "': " + e.what();
+        // A writer's own message already names the file.
+        const std::string why = e.what();
+        error = why.find(path) != std::string::npos ? why : "cannot write the PDF file '" + path + "': " + why;
         return false;
     }
     return true;
