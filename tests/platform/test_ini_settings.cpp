@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <signal.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -112,6 +115,27 @@ TEST(Ini, AnUnchangedValueIsNotWrittenAndAFolderIsNoFile)
     }
     EXPECT_ANY_THROW(ini::WriteValue(folder, "Ranvel", "SelLang", "0"));
     EXPECT_TRUE(fs::is_directory(folder));
+}
+
+TEST(Ini, AKillInTheMiddleOfAWriteLeavesTheOldFileWhole)
+{
+    const std::string file = (ScratchDir() / "GENDAT.INI").string();
+    // Long values, so that a write takes long enough to be cut.
+    const std::string a(200000, 'a'), b(200000, 'b');
+    ini::WriteValue(file, "Ranvel", "Note", a);
+    std::srand(7);
+    for (int round = 0; round < 12; ++round) {
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            for (int i = 0;; ++i) ini::WriteValue(file, "Ranvel", "Note", i % 2 ? a : b);
+        }
+        usleep(static_cast<useconds_t>(1000 + std::rand() % 20000));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        const std::string note = ini::ReadValue(file, "Ranvel", "Note").value_or("");
+        EXPECT_TRUE(note == a || note == b) << "round " << round << ": " << note.size() << " characters";
+    }
 }
 
 TEST(Ini, FileNamesResolveBelowTheInstallation)
