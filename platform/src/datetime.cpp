@@ -22,7 +22,17 @@ std::int64_t FloorDiv(std::int64_t a, std::int64_t b)
 
 std::int64_t DaysOf(const year_month_day& ymd) { return (sys_days(ymd) - kEpoch).count(); }
 
-std::int64_t WholeAmount(double n) { return static_cast<std::int64_t>(vb::RoundHalfEven(n)); }
+// The years 100 to 9999 span 3.2E+11 seconds: an amount of more units than
+// this, or a serial of more days, can't land inside them. It is an overflow,
+// found before the amount is made a whole number, which it could not be.
+constexpr double kWidestAmount = 1e13;
+
+std::int64_t WholeAmount(double n)
+{
+    const double whole = vb::RoundHalfEven(n);
+    if (!(std::fabs(whole) <= kWidestAmount)) throw vb::RuntimeError("Overflow");
+    return static_cast<std::int64_t>(whole);
+}
 
 std::string Two(int v)
 {
@@ -108,6 +118,7 @@ DateTime DateTime::FromSerial(double days)
     // The whole part counts days from the zero date; the fraction is the
     // clock, forward from midnight even for negative values.
     double whole = vb::Fix(days);
+    if (!(std::fabs(whole) <= kWidestAmount)) throw vb::RuntimeError("Overflow");
     double frac = std::fabs(days - whole);
     std::int64_t secs = static_cast<std::int64_t>(whole) * kDay + static_cast<std::int64_t>(std::llround(frac * kDay));
     return Checked(secs);
