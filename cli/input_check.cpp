@@ -84,6 +84,9 @@ std::optional<double> JsonNumber(const nlohmann::ordered_json& value)
 std::string Shown(const nlohmann::ordered_json& value)
 {
     if (value.is_string()) return "'" + value.get<std::string>() + "'";
+    // A list or an object is named, not written out: it may be large.
+    if (value.is_array()) return "a list";
+    if (value.is_object()) return "an object";
     return value.dump();
 }
 

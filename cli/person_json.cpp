@@ -185,9 +185,18 @@ nlohmann::ordered_json ReadJsonFile(const std::string& path)
     if (!in) throw std::invalid_argument("cannot read '" + path + "'");
     std::stringstream buf;
     buf << in.rdbuf();
+    // No input of the program nests deeper than a few levels; a deeper one
+    // is refused before anything walks it.
+    constexpr int kDeepest = 32;
+    auto shallow = [&](int depth, nlohmann::ordered_json::parse_event_t, nlohmann::ordered_json&) {
+        if (depth > kDeepest)
+            throw std::invalid_argument("'" + path + "' nests its values more than " + std::to_string(kDeepest) +
+                                        " levels deep");
+        return true;
+    };
     try {
-        return nlohmann::ordered_json::parse(buf.str());
-    } catch (const nlohmann::ordered_json::parse_error& e) {
+        return nlohmann::ordered_json::parse(buf.str(), shallow);
+    } catch (const nlohmann::ordered_json::exception& e) {
         throw std::invalid_argument("'" + path + "' is not valid JSON: " + e.what());
     }
 }

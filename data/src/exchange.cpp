@@ -110,11 +110,12 @@ int ImportPersons(const std::string& path, Database& recos, const PersonRowCheck
         throw DatabaseError("'" + path + "' is the program's own persons store; it can't be merged into itself.");
     std::shared_ptr<Database> db;
     try {
-        db = Database::Open(path);
+        db = Database::OpenUntrusted(path);
     } catch (const std::exception& e) {
         throw DatabaseError("'" + path + "' is not a person file that can be read: " + Why(e) + ".");
     }
-    if (!db->HasTable("Person")) throw DatabaseError("'" + path + "' holds no persons (no table Person).");
+    // A view could stand for endless rows: only a table of persons is read.
+    if (!db->IsPlainTable("Person")) throw DatabaseError("'" + path + "' holds no persons (no table Person).");
     {
         auto head = db->OpenRecordset("SELECT * FROM Person WHERE 0");
         for (const std::string& f : ExchangeFields())

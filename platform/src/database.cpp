@@ -208,6 +208,26 @@ std::optional<UpdatablePlan> PlanUpdatable(sqlite3* db, const std::string& sql, 
 
 // ---------------------------------------------------------------- Database
 
+std::shared_ptr<Database> Database::OpenUntrusted(const std::string& path)
+{
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) throw DatabaseError("Database file not found: '" + path + "'");
+    sqlite3* db = nullptr;
+    int rc = sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr);
+    if (rc == SQLITE_OK) {
+        sqlite3_db_config(db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+        sqlite3_db_config(db, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+        sqlite3_limit(db, SQLITE_LIMIT_LENGTH, 64 * 1024);
+        rc = sqlite3_exec(db, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
+    }
+    if (rc != SQLITE_OK) {
+        std::string msg = db ? sqlite3_errmsg(db) : sqlite3_errstr(rc);
+        sqlite3_close_v2(db);
+        throw DatabaseError("Cannot open database file '" + path + "': " + msg);
+    }
+    return std::shared_ptr<Database>(new Database(db, path));
+}
+
 std::shared_ptr<Database> Database::Open(const std::string& path)
 {
     std::error_code ec;
@@ -329,6 +349,8 @@ void Database::ExecuteScript(std::string_view sql)
 }
 
 bool Database::HasTable(std::string_view name) { return ObjectType(db_, std::string(name)).has_value(); }
+
+bool Database::IsPlainTable(std::string_view name) { return ObjectType(db_, std::string(name)) == "table"; }
 
 void Database::ForEachRow(std::string_view sql, const std::function<bool(const std::vector<Variant>& row)>& row)
 {

@@ -228,6 +228,18 @@ TEST(RequestRefusals, OneRunNamesEveryWrongFieldAndTheMuhurthasThatExist)
         EXPECT_NE(o.err.find(named), std::string::npos) << named << " in\n" << o.err;
 }
 
+TEST(RequestRefusals, AFileThatNestsDeepOrOverflowsIsRefusedWithoutAFault)
+{
+    const fs::path deep = Scratch() / "deep.json", big = Scratch() / "big.json";
+    std::ofstream(deep) << "{\"SearchMode\":" << std::string(100000, '[') << std::string(100000, ']') << "}";
+    std::ofstream(big) << R"({"Person": {"Sex": 1e999}})";
+    for (const fs::path& file : {deep, big}) {
+        const Outcome o = Cli({"muhurtha", "--request", file.string()});
+        EXPECT_EQ(o.code, 2) << file << ": " << o.err;
+        EXPECT_NE(o.err.find(file.string()), std::string::npos) << o.err;
+    }
+}
+
 TEST(RequestRefusals, WhatTheFormTakesStillRuns)
 {
     const std::vector<std::function<Json()>> accepted = {

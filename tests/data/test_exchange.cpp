@@ -198,3 +198,22 @@ TEST_F(Exchange, AKillInTheMiddleOfAnExportLeavesTheOldFileWhole)
         EXPECT_TRUE(persons == 2 || persons == 20002) << "round " << round << ": " << persons;
     }
 }
+
+TEST_F(Exchange, AFileThatWouldNeverEndOrFillTheMemoryIsRefused)
+{
+    std::string fields;
+    for (const std::string& f : ExchangeFields()) fields += (fields.empty() ? "" : ", ") + ("'1' AS " + f);
+    const std::string endless = (app / "endless.JKD").string();
+    Database::Create(endless)->ExecuteScript(
+        "CREATE VIEW Person AS WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL SELECT x+1 FROM c) SELECT " + fields +
+        " FROM c;");
+    EXPECT_THROW(ImportPersons(endless, *recos), DatabaseError);
+
+    std::string columns;
+    for (const std::string& f : ExchangeFields())
+        columns += (columns.empty() ? "" : ", ") + (f == "Name" ? "Name AS (zeroblob(900000000))" : f + " TEXT");
+    const std::string huge = (app / "huge.JKD").string();
+    Database::Create(huge)->ExecuteScript("CREATE TABLE Person (" + columns + "); INSERT INTO Person (Sex) VALUES ('1');");
+    EXPECT_THROW(ImportPersons(huge, *recos), DatabaseError);
+    EXPECT_EQ(Count(*recos), 2);
+}

@@ -38,6 +38,11 @@ public:
     // Opens an existing file; throws DatabaseError when it is missing or is
     // not a database.
     static std::shared_ptr<Database> Open(const std::string& path);
+    // Opens a file that came from elsewhere (an exchange file) for reading
+    // only, trusting nothing in its schema: its views and generated columns
+    // may not call functions with side effects, and no text or blob may be
+    // longer than a person's fields could ever be.
+    static std::shared_ptr<Database> OpenUntrusted(const std::string& path);
     // Makes a new, empty database file (for generated data and templates).
     static std::shared_ptr<Database> Create(const std::string& path);
     ~Database();
@@ -58,6 +63,8 @@ public:
     void ExecuteScript(std::string_view sql);
 
     bool HasTable(std::string_view name);
+    // A real table, not a view of that name.
+    bool IsPlainTable(std::string_view name);
 
     // Steps the rows of one SELECT one at a time without keeping them, for
     // files too large to read whole. `row` answers false to stop.
