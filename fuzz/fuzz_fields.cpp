@@ -22,19 +22,9 @@
 #include "ranvel/platform/vbmath.h"
 
 using namespace ranvel;
+using fuzz::Guarded;
 
 namespace {
-
-template <typename Step>
-void Guarded(Step&& step)
-{
-    try {
-        step();
-    } catch (const vb::RuntimeError&) {
-        // "Type mismatch", "Overflow": a run-time fault, which ends the
-        // command that met it.
-    }
-}
 
 void ReadEverything(clsPerson& p)
 {

@@ -17,18 +17,9 @@
 #include "ranvel/platform/vbmath.h"
 
 using namespace ranvel;
+using fuzz::Guarded;
 
 namespace {
-
-template <typename Step>
-void Guarded(Step&& step)
-{
-    try {
-        step();
-    } catch (const vb::RuntimeError&) {
-        // "Type mismatch", "Overflow", "Invalid use of Null".
-    }
-}
 
 std::string Shown(double x) { return vb::ShortestText(x); }
 

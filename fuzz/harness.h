@@ -12,6 +12,7 @@
 
 #include "ranvel/platform/database.h"
 #include "ranvel/platform/sinks.h"
+#include "ranvel/platform/vbmath.h"
 
 namespace ranvel::fuzz {
 
@@ -47,6 +48,18 @@ void InstallSinks();
 // A property of the code under test does not hold: prints what and aborts,
 // so that libFuzzer keeps the input as a crash.
 [[noreturn]] void Fail(const std::string& what);
+
+// Runs a step that may meet a run-time fault ("Type mismatch", "Overflow",
+// "Invalid use of Null"): such a fault ends the command that met it, which
+// is the program's answer, not a finding.
+template <typename Step>
+void Guarded(Step&& step)
+{
+    try {
+        step();
+    } catch (const vb::RuntimeError&) {
+    }
+}
 
 // The input cut at line ends ("\n", a "\r" before it dropped), always at
 // least `count` parts: missing ones are empty, and the last takes the rest.
