@@ -273,6 +273,18 @@ TEST_F(Mail, AMailFolderThatIsNotTheUsersAloneIsRefused)
     if (!root) GTEST_SKIP() << "a folder of another owner needs root to be made; the other cases ran";
 }
 
+// A server on loopback spoken to without encryption, waited for `wait`
+// seconds at each step.
+MailServer Plain(int port, int wait)
+{
+    MailServer server;
+    server.host = "127.0.0.1";
+    server.port = port;
+    server.security = "none";
+    server.wait = wait;
+    return server;
+}
+
 // A mail server on loopback that keeps what it takes in a Maildir, and
 // answers by the recipient: "refuse@" is refused with the server's reason,
 // "stall@" never hears its answer to the message, "quiet@" is taken and
@@ -315,12 +327,8 @@ asyncio.run(main())
     }
     MailServer Server(int wait = 20) const
     {
-        MailServer s;
-        s.host = "127.0.0.1";
-        s.port = port;
-        s.security = "none";
+        MailServer s = Plain(port, wait);
         s.from = "desk@ranvel.example";
-        s.wait = wait;
         return s;
     }
     QProcess process;
@@ -396,11 +404,7 @@ TEST_F(Mail, AServerThatStallsOrRefusesIsAnsweredWithinTheBoundInItsOwnWords)
     // No greeting at all.
     SilentServer silent;
     ASSERT_NE(silent.port, 0);
-    MailServer mute;
-    mute.host = "127.0.0.1";
-    mute.port = silent.port;
-    mute.security = "none";
-    mute.wait = kWait;
+    const MailServer mute = Plain(silent.port, kWait);
     EXPECT_LT(Seconds([&] { EXPECT_FALSE(SmtpMail(mute).Send(m, error)); }), kWait + 1.5);
     EXPECT_TRUE(error.starts_with("The mail server 127.0.0.1 did not answer in time")) << error;
 
@@ -436,11 +440,7 @@ TEST_F(Mail, TheWindowStaysAliveWhileTheServerIsAwaited)
 {
     SilentServer silent;
     ASSERT_NE(silent.port, 0);
-    MailServer mute;
-    mute.host = "127.0.0.1";
-    mute.port = silent.port;
-    mute.security = "none";
-    mute.wait = 1;
+    const MailServer mute = Plain(silent.port, 1);
     SmtpMail smtp(mute);
     SetMailer(&smtp);
     frmEmail* d = Dialog("astro@example.com");
