@@ -235,34 +235,54 @@ clsGochara& clsMuhurtha::GocharaSearch()
 
 void clsMuhurtha::PickBest()
 {
-    DayResults.assign(1, MomentResult{});
-    if (Results.size() < 3) throw vb::RuntimeError("Subscript out of range");
+    if (Results.size() < 3) {
+        DayResults.assign(1, MomentResult{});
+        throw vb::RuntimeError("Subscript out of range");
+    }
     const std::size_t last = Results.size() - 1;  // the empty record under work
     std::size_t best = 1;
     for (std::size_t i = 1; i < last; ++i)
         if (Results[i].Score > Results[best].Score) best = i;  // ties go to the earliest
-    bestDate_ = Results[best].Date;
-    bestTime_ = Results[best].Time;
-    bestScore_ = Results[best].Score < 0 ? 0 : Results[best].Score;
-    bestFruct_ = Results[best].FructElems;
+    PickMoment(best);
+}
+
+void clsMuhurtha::PickMoment(std::size_t Index)
+{
+    DayResults.assign(1, MomentResult{});
+    if (Index < 1 || Index + 1 >= Results.size()) throw vb::RuntimeError("Subscript out of range");
+    const std::size_t last = Results.size() - 1;
+    bestDate_ = Results[Index].Date;
+    bestTime_ = Results[Index].Time;
+    bestScore_ = Results[Index].Score < 0 ? 0 : Results[Index].Score;
+    bestFruct_ = Results[Index].FructElems;
     for (std::size_t i = 1; i < last; ++i)
         if (Results[i].Date.DateOnly() == bestDate_.DateOnly()) DayResults.push_back(Results[i]);
 
-    BestChart = std::make_shared<clsPlanets>();
-    MuhuChart->CopySettingTo(*BestChart);
-    clsPerson& b = BestChart->clsPerson();
-    b.Day(bestDate_.Day());
-    b.Month(bestDate_.Month());
-    b.Year(bestDate_.Year());
-    const double t = vb::Val(bestTime_);
+    LagnaSpan span = LagnaSpanAt(bestDate_, bestTime_);
+    BestChart = span.Chart;
+    LagnaStartChart = span.Start;
+    LagnaEndChart = span.End;
+}
+
+clsMuhurtha::LagnaSpan clsMuhurtha::LagnaSpanAt(const DateTime& Date, const std::string& Time)
+{
+    LagnaSpan span;
+    span.Chart = std::make_shared<clsPlanets>();
+    MuhuChart->CopySettingTo(*span.Chart);
+    clsPerson& b = span.Chart->clsPerson();
+    b.Day(Date.Day());
+    b.Month(Date.Month());
+    b.Year(Date.Year());
+    const double t = vb::Val(Time);
     b.Hour(vb::Fix(t));
     b.Minutes(FractionDigits(t) * 100);
-    BestChart->Calculate();
+    span.Chart->Calculate();
 
-    double s = LagnaStartDeg(BestChart->PlanetLongi(0));
-    LagnaStartChart = GocharaSearch().Gochara(0, s, 30, *BestChart);
-    s = LagnaStartDeg(BestChart->PlanetLongi(0));
-    LagnaEndChart = GocharaSearch().Gochara(0, s + 30, 30, *BestChart);
+    double s = LagnaStartDeg(span.Chart->PlanetLongi(0));
+    span.Start = GocharaSearch().Gochara(0, s, 30, *span.Chart);
+    s = LagnaStartDeg(span.Chart->PlanetLongi(0));
+    span.End = GocharaSearch().Gochara(0, s + 30, 30, *span.Chart);
+    return span;
 }
 
 std::string clsMuhurtha::BestMuhuScore() const { return vb::CStr(bestScore_); }
@@ -314,23 +334,27 @@ int clsMuhurtha::BestMuhuIndex() const
     return found;
 }
 
-std::int32_t clsMuhurtha::MaxPossibleScore()
+std::int32_t clsMuhurtha::MaxPossibleScore() { return MaxPossibleScoreOf(bestFruct_); }
+
+std::int32_t clsMuhurtha::MaxPossibleScoreOf(const std::string& FructElems)
 {
     std::int32_t total = 0;
     for (const std::string& e : vb::Split(MuhuElements, ',')) {
         // A plain substring test: "T" is found in "TG-4:" too, and that
         // over-count stays.
-        bool occurred = !bestFruct_.empty() && bestFruct_.find(e) != std::string::npos;
+        bool occurred = !FructElems.empty() && FructElems.find(e) != std::string::npos;
         if (IsMaxEffect(e) || occurred) total = vb::CLng(static_cast<double>(total) + GetPresence(e));
     }
     return total;
 }
 
-double clsMuhurtha::BestMuhuPercent()
+double clsMuhurtha::BestMuhuPercent() { return PercentOf(bestScore_, bestFruct_); }
+
+double clsMuhurtha::PercentOf(double Score, const std::string& FructElems)
 {
-    const std::int32_t m = MaxPossibleScore();
+    const std::int32_t m = MaxPossibleScoreOf(FructElems);
     if (m <= 0) return 0;
-    return vb::Val(vb::Format(bestScore_ / m * 100, "0.00"));
+    return vb::Val(vb::Format(Score / m * 100, "0.00"));
 }
 
 }  // namespace ranvel

@@ -88,9 +88,11 @@ bool clsMuhurtha::ElementIsGood(const std::string& Element, const std::string& F
     return score >= 1;
 }
 
-int clsMuhurtha::ScoreBand()
+int clsMuhurtha::ScoreBand() { return BandOf(BestMuhuPercent()); }
+
+int clsMuhurtha::BandOf(double Percent)
 {
-    const std::int32_t i = vb::CLng(BestMuhuPercent());
+    const std::int32_t i = vb::CLng(Percent);
     // The last digit, read as the digit behind the point of i / 10.
     const std::string digits = vb::DigitsBehindPoint(i / 10.0);
     const int last = digits.empty() ? 0 : digits[0] - '0';

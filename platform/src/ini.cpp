@@ -14,6 +14,7 @@
 
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/vbmath.h"
+#include "ranvel/platform/wholefile.h"
 
 namespace fs = std::filesystem;
 
@@ -103,30 +104,10 @@ std::string Unquote(std::string v)
 
 void Save(const std::string& path, const IniText& t)
 {
-    fs::path target(path);
-    std::error_code ec;
-    if (target.has_parent_path()) fs::create_directories(target.parent_path(), ec);
-    std::string tmp = path + ".tmp" + std::to_string(::getpid());
     const char* eol = t.crlf ? "\r\n" : "\n";
     std::string content;
     for (const auto& line : t.lines) content += line + eol;
-
-    FILE* f = std::fopen(tmp.c_str(), "wb");
-    if (!f) throw vb::RuntimeError("Cannot write '" + path + "': " + std::strerror(errno));
-    bool ok = std::fwrite(content.data(), 1, content.size(), f) == content.size();
-    ok = std::fflush(f) == 0 && ok;
-    ok = ::fsync(::fileno(f)) == 0 && ok;
-    ok = std::fclose(f) == 0 && ok;
-    std::string why = ok ? std::string() : std::strerror(errno);
-    if (ok) {
-        fs::rename(tmp, target, ec);
-        ok = !ec;
-        if (ec) why = ec.message();
-    }
-    if (!ok) {
-        fs::remove(tmp, ec);
-        throw vb::RuntimeError("Cannot write '" + path + "': " + why + ". The file there before is left as it was.");
-    }
+    WriteWholeFile(path, content, true);
 }
 
 }  // namespace

@@ -72,6 +72,19 @@ public:
     void EvaluateMoment();
     void ScanRange();
     void PickBest();
+    // Makes record Index of Results the best Muhurtha the way PickBest makes
+    // the range's best: the best members (a score below 0 shown as 0), the
+    // moments of its day, BestChart and the lagna span. PickBest ends here
+    // with the earliest highest record; the calendar with a day's best.
+    void PickMoment(std::size_t Index);
+
+    // The chart of a moment "HH.MM" on a date, made from MuhuChart's
+    // settings, and the two charts of the lagna span around it, found with
+    // tolerance 30 as for the best Muhurtha.
+    struct LagnaSpan {
+        std::shared_ptr<clsPlanets> Chart, Start, End;
+    };
+    LagnaSpan LagnaSpanAt(const DateTime& Date, const std::string& Time);
 
     // Every moment tested, record 1 the first; the last record is the empty
     // one under work. DayResults: the best day's moments from index 1.
@@ -85,6 +98,9 @@ public:
     std::string BestMuhuFructElems() const { return bestFruct_; }
     std::int32_t MaxPossibleScore();
     double BestMuhuPercent();
+    // The same rules for any moment's fruct list and score.
+    std::int32_t MaxPossibleScoreOf(const std::string& FructElems);
+    double PercentOf(double Score, const std::string& FructElems);
     int GetBestDayMuhusCount() const { return static_cast<int>(DayResults.size()) - 1; }
     DateTime GetDayMuhuDate(int Index) const;
     std::string GetDayMuhuTime(int Index) const;
@@ -105,6 +121,7 @@ public:
     static bool ElementIsGood(const std::string& Element, const std::string& FructElems);
     // The band of the percent: 10, 20 ... 100.
     int ScoreBand();
+    static int BandOf(double Percent);
 
     // Caches that must not change any result: the Score table, and the
     // sunrise of a moment asked by two tests. Off for comparison in tests.
