@@ -2,12 +2,15 @@
 // measured against the 3,650 chart calculations it cannot avoid, in the same
 // run. Targets: BM_ScanYear_Plain at most 1.5 times BM_Calculate3650, and
 // the same year with every code, BM_ScanYear_All (the Vish windows' sunrise
-// at every moment), at most 1.5 times BM_ScanYear_Plain.
+// at every moment), at most 1.5 times BM_ScanYear_Plain. The calendar of a
+// year's marriage search, every day's lagna span included, BM_CalendarYear,
+// at most 1.5 times BM_ScanYear_All.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
 #include <filesystem>
 
+#include "ranvel/engine/calendar.h"
 #include "ranvel/engine/muhurtha.h"
 #include "ranvel/engine/request_state.h"
 #include "ranvel/platform/settings.h"
@@ -51,6 +54,10 @@ std::shared_ptr<Database> Catalogue()
             "MN:2,BHADRA,BHADRABAD,MDIR,YOGNIV,DISHASHULA,VISHDAY,VISHTITHI,JUPVENCOMBUST,LAGNASHUDDHI,VEDHANAK,"
             "LATTADOSHA,PAATDOSHA,KRANTISAMYA,YUTIDOSHA,JAMITRADOSHA,EKARGALADOSHA,UPAGRAHADOSHA,TITHIDAGDHADOSHA,"
             "EARTHSLEEPING,HARISHAYAN,KHARMAAS,BOYSURYA,GIRLGURU,BOYMOON,GIRLMOON','T,N,D');"
+            "INSERT INTO Muhu VALUES ('MARR','Wedding','Marriage',"
+            "'T:2,T:3,T:5,T:7,T:10,T:11,T:13,N:4,N:5,N:13,N:14,N:17,D:2,D:4,D:5,D:6,L:2,L:3,L:6,L:7,L:9,L:12,M12,"
+            "TG,M:1,RIKTABAD,RAHUKAAL,BHADRA,PH,VISHDAY,VISHTITHI,LAGNASHUDDHI,JAMITRADOSHA,KHARMAAS,BOYSURYA,"
+            "GIRLGURU,BOYMOON,GIRLMOON','T,N,D,L,M12,TG,RIKTABAD,RAHUKAAL,PH,VISHDAY,VISHTITHI');"
             "INSERT INTO Score VALUES ('T',10,-1),('N',10,-1),('D',5,-1),('L',8,-1),('M12',5,0),('TG',5,0),"
             "('RIKTABAD',-8,0),('RAHUKAAL',-6,0),('PH',-5,0),('VISHDAY',-7,0),('VISHTITHI',-7,0);");
         return d;
@@ -78,6 +85,34 @@ void ScanYear(benchmark::State& state, const char* name)
     }
 }
 
+// The headings and band sentences the calendar reads, one for each.
+std::shared_ptr<Database> Texts()
+{
+    static std::shared_ptr<Database> db = [] {
+        auto path = std::filesystem::temp_directory_path() / "ranvel-bench-text.dat";
+        std::filesystem::remove(path);
+        auto d = Database::Create(path.string());
+        std::string sql = "CREATE TABLE Muhu (Head TEXT, Category TEXT, Val TEXT);";
+        for (const char* code : {"T", "N", "D", "L", "M12", "TG", "M", "RIKTABAD", "RAHUKAAL", "BHADRA", "PH", "VISHDAY",
+                                 "VISHTITHI", "LAGNASHUDDHI", "JAMITRADOSHA", "KHARMAAS", "BOYSURYA", "GIRLGURU",
+                                 "BOYMOON", "GIRLMOON"})
+            sql += std::string("INSERT INTO Muhu VALUES ('") + code + "','MuhuElems','Heading of " + code + "');";
+        for (int band = 10; band <= 100; band += 10)
+            sql += "INSERT INTO Muhu VALUES ('" + std::to_string(band) + "','Muhuscore','Band sentence');";
+        d->ExecuteScript(sql);
+        return d;
+    }();
+    return db;
+}
+
+std::shared_ptr<clsPlanets> Born(int day, int month, int year, int hour, int minute)
+{
+    auto c = std::make_shared<clsPlanets>();
+    test::AtDelhi(c->clsPerson(), day, month, year, hour, minute);
+    c->Calculate();
+    return c;
+}
+
 }  // namespace
 
 static void BM_Calculate3650(benchmark::State& state)
@@ -99,3 +134,21 @@ BENCHMARK(BM_ScanYear_Plain)->Unit(benchmark::kMillisecond);
 
 static void BM_ScanYear_All(benchmark::State& state) { ScanYear(state, "All"); }
 BENCHMARK(BM_ScanYear_All)->Unit(benchmark::kMillisecond);
+
+static void BM_CalendarYear(benchmark::State& state)
+{
+    auto place = Place();
+    BoyChart() = Born(14, 8, 1994, 9, 20);
+    GirlChart() = Born(3, 2, 1996, 17, 45);
+    MarriageRequest() = true;
+    for (auto _ : state) {
+        clsMuhurtha e(Catalogue());
+        e.MuhuChart->setTextDB(Texts(), nullptr);
+        e.CheckMuhurtha("Wedding", "Marriage", DateTime::FromParts(2024, 1, 1), DateTime::FromParts(2024, 12, 30), 6.0,
+                        22.0, *place);
+        MuhurthaCalendar cal = BuildCalendar(e);
+        benchmark::DoNotOptimize(cal.Ranked.data());
+    }
+    MarriageRequest() = false;
+}
+BENCHMARK(BM_CalendarYear)->Unit(benchmark::kMillisecond);
