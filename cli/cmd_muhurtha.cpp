@@ -39,28 +39,9 @@ int CmdMuhurtha(const Args& args)
     args.Allow({"request", "json", "png", "pdf"});
     if (args.Value("request").empty()) throw std::invalid_argument("muhurtha needs --request FILE");
     const bool json = args.Flag("json");
-    // Everything is checked before any chart is made or any file written.
-    Json j = ReadJsonFile(args.Value("request"));
-    MuhurthaRequest request = ReadRequest(j);
-    RunSettings settings(j.contains("settings") ? j["settings"] : Json());
-
-    HeadlessMessageSink messages(json);
-    HeadlessProgressSink progress(!json && isatty(2));
-    SetMessageSink(&messages);
-    SetProgressSink(&progress);
-    struct Restore {
-        ~Restore()
-        {
-            SetMessageSink(nullptr);
-            SetProgressSink(nullptr);
-        }
-    } restore;
-
-    OpenAppData();
-    if (!request.CheckRangeDates()) throw std::invalid_argument("the 'To:' date can't be lesser than the 'From:' date");
-    ResetEngine(std::make_unique<clsMuhurtha>());
-    clsMuhurtha& e = Engine();
-    request.RunEngine(e, TextDB(), RecosDB());
+    RequestRun run(args.Value("request"), json);
+    clsMuhurtha& e = run.Search();
+    const HeadlessMessageSink& messages = run.Messages;
     if (args.Has("png")) {
         std::string error;
         if (!RenderCoverPng(args.Value("png"), error)) throw std::runtime_error(error);

@@ -30,5 +30,6 @@ int CmdVakya(const Args& args);
 int CmdGochara(const Args& args);
 int CmdMuhurtha(const Args& args);
 int CmdCatalogue(const Args& args);
+int CmdCalendar(const Args& args);
 
 }  // namespace ranvel::cli

@@ -31,6 +31,12 @@ const char* const kUsage =
     "      search the best Muhurtha of a request (a moment or a range of days);\n"
     "      --png also draws its cover page into a picture, --pdf writes the\n"
     "      whole report as the desktop exports it\n"
+    "  calendar --request FILE [--top N] [--min-band B] [--json] [--ics FILE]\n"
+    "           [--png FILE] [--pdf FILE]\n"
+    "      every day of a range request with its best moment, ranked by percent\n"
+    "      (the best Muhurtha first); the first N days (10) of band B (10) or\n"
+    "      more are listed and written as iCalendar events, the month grids as\n"
+    "      a picture, grids and list as a PDF\n"
     "  catalogue [--category KEY] [--json]\n"
     "      the Muhurthas a request can name, by category\n"
     "  gochara --input FILE --planet P --target DEG --tolerance ARCMIN [--json]\n"
@@ -80,6 +86,7 @@ int main(int argc, char** argv)
             {"gochara", {ranvel::cli::CmdGochara, {"json"}}},
             {"muhurtha", {ranvel::cli::CmdMuhurtha, {"json"}}},
             {"catalogue", {ranvel::cli::CmdCatalogue, {"json"}}},
+            {"calendar", {ranvel::cli::CmdCalendar, {"json"}}},
         };
         auto it = commands.find(args[0]);
         if (it == commands.end()) {

@@ -1,9 +1,13 @@
 #include "request_file.h"
 
+#include <unistd.h>
+
 #include <optional>
 
 #include "chart_input.h"
 #include "input_check.h"
+#include "person_json.h"
+#include "ranvel/data/datafiles.h"
 #include "ranvel/engine/muhurtha.h"
 #include "ranvel/platform/vbmath.h"
 
@@ -271,6 +275,37 @@ MuhurthaRequest ReadRequest(const Json& j)
     in.Catalogue(category, name);
     in.refused.ThrowIfAny();
     return r;
+}
+
+}  // namespace ranvel::cli
+
+namespace ranvel::cli {
+
+RequestRun::RequestRun(const std::string& path, bool json)
+    : Messages(json), progress_(!json && isatty(2))
+{
+    // Everything is checked before any chart is made or any file written.
+    const Json j = ReadJsonFile(path);
+    Request = ReadRequest(j);
+    settings_ = std::make_unique<RunSettings>(j.contains("settings") ? j["settings"] : Json());
+    SetMessageSink(&Messages);
+    SetProgressSink(&progress_);
+}
+
+RequestRun::~RequestRun()
+{
+    SetMessageSink(nullptr);
+    SetProgressSink(nullptr);
+}
+
+clsMuhurtha& RequestRun::Search()
+{
+    OpenAppData();
+    if (!Request.CheckRangeDates()) throw std::invalid_argument("the 'To:' date can't be lesser than the 'From:' date");
+    ResetEngine(std::make_unique<clsMuhurtha>());
+    clsMuhurtha& e = Engine();
+    Request.RunEngine(e, TextDB(), RecosDB());
+    return e;
 }
 
 }  // namespace ranvel::cli

@@ -26,3 +26,34 @@ std::vector<CatalogueRow> CatalogueRows();
 MuhurthaRequest ReadRequest(const nlohmann::ordered_json& file);
 
 }  // namespace ranvel::cli
+
+#include <memory>
+
+#include "chart_input.h"
+#include "ranvel/platform/sinks.h"
+
+namespace ranvel::cli {
+
+// A request file's run: the file read and checked in full at construction
+// (its settings applied for the life of the object, the sinks installed),
+// the search made by Search. A command checks what else it needs between
+// the two, so that nothing is searched or written for a request it refuses.
+class RequestRun {
+public:
+    RequestRun(const std::string& path, bool json);
+    ~RequestRun();
+    RequestRun(const RequestRun&) = delete;
+    RequestRun& operator=(const RequestRun&) = delete;
+
+    // Opens the data, makes the engine anew and generates.
+    clsMuhurtha& Search();
+
+    HeadlessMessageSink Messages;
+    MuhurthaRequest Request;
+
+private:
+    HeadlessProgressSink progress_;
+    std::unique_ptr<RunSettings> settings_;
+};
+
+}  // namespace ranvel::cli

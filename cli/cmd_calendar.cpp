@@ -1,0 +1,166 @@
+// "calendar": every day of a range request with its best moment as the
+// search scored it, ranked and graded; printed as a table or JSON, and
+// written as an iCalendar file, a picture of the month grids and a PDF.
+#include <unistd.h>
+
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <iostream>
+
+#include "commands.h"
+#include "person_json.h"
+#include "request_file.h"
+#include "ranvel/engine/calendar.h"
+#include "ranvel/output/calendarsheet.h"
+#include "ranvel/platform/vbmath.h"
+#include "ranvel/platform/wholefile.h"
+
+namespace fs = std::filesystem;
+
+namespace ranvel::cli {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// A whole number of the command line, or a refusal naming the option.
+int WholeNumber(const Args& args, const std::string& name, int fallback)
+{
+    if (!args.Has(name)) return fallback;
+    const std::string text = args.Value(name);
+    char* end = nullptr;
+    errno = 0;
+    const long n = std::strtol(text.c_str(), &end, 10);
+    if (text.empty() || *end != '\0' || errno == ERANGE || n < -100000 || n > 100000)
+        throw std::invalid_argument("--" + name + " must be a whole number, not '" + text + "'");
+    return static_cast<int>(n);
+}
+
+// A target the command will write: its folder must be there and writable,
+// and the target itself must not be a folder. Checked before the search.
+void CheckTarget(const Args& args, const std::string& name)
+{
+    if (!args.Has(name)) return;
+    const std::string path = args.Value(name);
+    if (path.empty()) throw std::invalid_argument("--" + name + " needs a file name");
+    std::error_code ec;
+    const fs::path target(path);
+    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    if (fs::is_directory(target, ec))
+        throw std::invalid_argument("--" + name + ": cannot write '" + path + "': it is a folder");
+    if (!fs::is_directory(folder, ec))
+        throw std::invalid_argument("--" + name + ": cannot write '" + path + "': the folder '" + folder.string() +
+                                    "' does not exist");
+    if (::access(folder.c_str(), W_OK) != 0)
+        throw std::invalid_argument("--" + name + ": cannot write '" + path + "': the folder '" + folder.string() +
+                                    "' is not writable");
+}
+
+// The moment the file is written, in UTC; SOURCE_DATE_EPOCH makes it fixed
+// for files that must come out the same at every run.
+DateTime StampUtc()
+{
+    std::time_t now = std::time(nullptr);
+    if (const char* fixed = std::getenv("SOURCE_DATE_EPOCH")) now = static_cast<std::time_t>(std::atoll(fixed));
+    std::tm utc{};
+    gmtime_r(&now, &utc);
+    return DateTime::FromParts(utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday, utc.tm_hour, utc.tm_min, utc.tm_sec);
+}
+
+Json Elements(const std::vector<CalendarElement>& elements)
+{
+    Json out = Json::array();
+    for (const CalendarElement& e : elements) out.push_back({{"Code", e.Code}, {"Heading", e.Heading}, {"Score", e.Score}});
+    return out;
+}
+
+Json DayJson(const CalendarDay& d)
+{
+    Json j;
+    j["Date"] = d.Day.ToIsoText().substr(0, 10);
+    j["Tested"] = d.Tested;
+    if (!d.Tested) return j;
+    j["Time"] = d.Best.Time;
+    j["Moment"] = d.Best.Date.ToIsoText();
+    j["Score"] = d.Score;
+    j["MaxScore"] = d.MaxScore;
+    j["Percent"] = d.Percent;
+    j["Band"] = d.Band;
+    j["BandText"] = d.BandText;
+    j["LagnaStart"] = d.LagnaStart.ToIsoText();
+    j["LagnaEnd"] = d.LagnaEnd.ToIsoText();
+    j["LagnaStartTime"] = d.LagnaStartText;
+    j["LagnaEndTime"] = d.LagnaEndText;
+    j["Held"] = Elements(d.Held);
+    j["Defects"] = Elements(d.Defects);
+    j["EngineBest"] = d.EngineBest;
+    Json moments = Json::array();
+    for (const MomentResult& m : d.Moments) moments.push_back({{"Time", m.Time}, {"Score", m.Score}});
+    j["Moments"] = moments;
+    return j;
+}
+
+}  // namespace
+
+int CmdCalendar(const Args& args)
+{
+    args.Allow({"request", "json", "top", "min-band", "ics", "png", "pdf"});
+    if (args.Value("request").empty()) throw std::invalid_argument("calendar needs --request FILE");
+    const bool json = args.Flag("json");
+    const int top = WholeNumber(args, "top", 10);
+    if (top < 1) throw std::invalid_argument("--top must be 1 or more, not " + std::to_string(top));
+    const int minBand = WholeNumber(args, "min-band", 10);
+    if (!IsCalendarBand(minBand))
+        throw std::invalid_argument("--min-band must be one of the bands 10, 20, ... 100, not " +
+                                    args.Value("min-band"));
+    for (const char* target : {"ics", "png", "pdf"}) CheckTarget(args, target);
+
+    RequestRun run(args.Value("request"), json);
+    const MuhurthaRequest& r = run.Request;
+    if (r.SearchMode != 1)
+        throw std::invalid_argument("The calendar needs a range of dates: '" + args.Value("request") +
+                                    "' asks for one moment (SearchMode 2). Give a range (SearchMode 1) with "
+                                    "FromDate and ToDate.");
+    const std::string range =
+        CheckCalendarRange(DateTime::ParseDayFirst(r.FromDate), DateTime::ParseDayFirst(r.ToDate));
+    if (!range.empty()) throw std::invalid_argument(range);
+
+    clsMuhurtha& e = run.Search();
+    const MuhurthaCalendar cal = BuildCalendar(e);
+    const std::vector<std::size_t> listed = cal.Listed(top, minBand);
+
+    if (args.Has("ics")) WriteWholeFile(args.Value("ics"), CalendarIcs(cal, listed, StampUtc()));
+    if (args.Has("png")) SaveCalendarPng(cal, args.Value("png"));
+    if (args.Has("pdf")) SaveCalendarPdf(cal, listed, args.Value("pdf"));
+
+    if (!json) {
+        std::cout << CalendarTable(cal, listed);
+        return 0;
+    }
+    Json out;
+    out["MuhuCode"] = cal.MuhuCode;
+    out["MuhuName"] = cal.MuhuName;
+    out["MuhuCategory"] = cal.Category;
+    out["StartDate"] = cal.StartDate.ToIsoText().substr(0, 10);
+    out["EndDate"] = cal.EndDate.ToIsoText().substr(0, 10);
+    out["Place"] = cal.Place;
+    out["BestMuhuDate"] = e.BestMuhuDate().ToIsoText();
+    out["BestMuhuTime"] = e.BestMuhuTime();
+    out["BestMuhuScore"] = e.BestMuhuScore();
+    out["BestMuhuPercent"] = e.BestMuhuPercent();
+    Json days = Json::array();
+    for (const CalendarDay& d : cal.Days) days.push_back(DayJson(d));
+    out["Days"] = days;
+    Json ranked = Json::array();
+    int rank = 0;
+    for (std::size_t i : listed) ranked.push_back({{"Rank", ++rank}, {"Date", cal.Days[i].Day.ToIsoText().substr(0, 10)}});
+    out["Ranked"] = ranked;
+    Json msgs = Json::array();
+    for (const Message& m : run.Messages.Messages()) msgs.push_back(m.text);
+    out["Messages"] = msgs;
+    std::cout << DumpJson(out);
+    return 0;
+}
+
+}  // namespace ranvel::cli
