@@ -4,10 +4,14 @@
 // BM_SweCalls; a whole Lagna search, BM_Gochara_Lagna, at most 0.5 times
 // BM_Calculate (its steps need the record, the ayanamsha and the houses,
 // not the ephemeris); BM_SunRiseTime at most 1.2 times BM_Calculate (the
-// 03:30 chart reads the Sun alone).
+// 03:30 chart reads the Sun alone). One day's sheet, BM_DaySheet, at most
+// 40 times BM_Calculate.
 #include <benchmark/benchmark.h>
 
 #include "ranvel/chart/gochara.h"
+#include "ranvel/engine/daysheet.h"
+#include "ranvel/platform/apppaths.h"
+#include "ranvel/platform/database.h"
 #include "ranvel/chart/person.h"
 #include "ranvel/chart/planets.h"
 #include "ranvel/platform/settings.h"
@@ -125,3 +129,18 @@ static void BM_SunRiseTime(benchmark::State& state)
     }
 }
 BENCHMARK(BM_SunRiseTime);
+
+static void BM_DaySheet(benchmark::State& state)
+{
+    clsPlanets place;
+    AtDelhi(place);
+    // The names come from the text store of the build.
+    place.setTextDB(Database::Open(AppPath("EPHE\\ENGLISH\\ENGLISH.DAT")), nullptr);
+    DateTime day = DateTime::FromParts(2024, 3, 15);
+    for (auto _ : state) {
+        DaySheet s = BuildDaySheet(place, day);
+        benchmark::DoNotOptimize(s.Tithis.data());
+        day = day.AddDays(1);  // a new day each time
+    }
+}
+BENCHMARK(BM_DaySheet);

@@ -1,0 +1,71 @@
+// The day sheet: one day at one place as the chart reads it. Sunrise and
+// sunset, the five limbs with the moments at which each tithi, nakshatra,
+// yoga and karana of the day begins and ends, the lunar month, and the
+// divisions of the day (Rahu Kaal, the evil Muhurthas, Chowgadiya, Hora) as
+// the chart's own members give them. Nothing here is reckoned a second way:
+// a limb's limits are the minutes at which the chart's own numbers change.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ranvel/chart/planets.h"
+
+namespace ranvel {
+
+// One tithi, nakshatra, yoga or karana: its number and name, and the
+// minutes of the place's clock at which it begins and ends (the first
+// minute at which it holds, the first at which the next one holds).
+struct LimbSpan {
+    int Number = 0;
+    std::string Name;
+    DateTime Start, End;
+};
+
+// A part of the day as the chart's members give it: start and span are
+// HH.MM values, with their arithmetic as the chart has it.
+struct DayPart {
+    int Number = 0;
+    int Type = 0;
+    std::string Name;
+    double Start = 0;
+    double Span = 0;
+};
+
+enum class Limb { Tithi, Nakshatra, Yoga, Karana };
+
+struct DaySheet {
+    DateTime Date;
+    std::string Place;
+    int WeekDay = 0;  // 1 Sunday to 7 Saturday
+    std::string DayName;
+    // HH.MM values as the chart gives them, and the same as moments.
+    double Sunrise = 0, Sunset = 0, NextSunrise = 0;
+    DateTime SunriseMoment, SunsetMoment, NextSunriseMoment;
+    // The one in force at sunrise first, then each one that begins before
+    // the next sunrise.
+    std::vector<LimbSpan> Tithis, Nakshatras, Yogas, Karanas;
+    int LunarMonth = 0;
+    std::string LunarMonthName;
+    double RahuKaalStart = 0, RahuKaalSpan = 0;
+    std::array<double, 4> EvilMuhurthaStart{};
+    double EvilMuhurthaLength = 0;
+    std::vector<DayPart> Chowgadiya;  // 16 parts: 8 of the day, 8 of the night
+    std::vector<DayPart> Horas;       // 24 parts, an hour each from sunrise
+};
+
+// The number a chart shows for a limb: Tithi, Nakshatra, YogaNumber, and
+// the karana of the naming rule (KaranNum).
+int LimbNumberOf(clsPlanets& Chart, Limb Which);
+
+// The sheet of a date at the place of a chart (its record's place and zone;
+// its clock is not read). The chart's text database gives the names.
+DaySheet BuildDaySheet(const clsPlanets& Place, const DateTime& Date);
+
+// HH.MM value as "HH:MM", and as minutes of the day.
+std::string ClockText(double hhmm);
+int ClockMinutes(double hhmm);
+
+}  // namespace ranvel

@@ -1,0 +1,317 @@
+// The day sheet. A limb's limits are found by a time search on the Sun and
+// the Moon: a secant on the limb's arc (the Moon's distance from the Sun for
+// tithi and karana, the Moon for the nakshatra, their sum for the yoga)
+// comes near, and the chart's own numbers minute by minute settle the first
+// minute of the new limb.
+#include "ranvel/engine/daysheet.h"
+
+#include <cmath>
+#include <cstdio>
+#include <map>
+
+#include "ranvel/chart/wrap.h"
+#include "ranvel/platform/vbmath.h"
+
+namespace ranvel {
+
+namespace {
+
+constexpr double kNak = 360.0 / 27.0;
+
+// The arc a limb runs on, its step, and how fast it runs on an average day
+// (degrees a minute), the secant's first guess.
+struct Arc {
+    double step;
+    double rate;
+};
+Arc ArcOf(Limb which)
+{
+    switch (which) {
+    case Limb::Tithi: return {12, 12.19 / 1440};
+    case Limb::Karana: return {6, 12.19 / 1440};
+    case Limb::Nakshatra: return {kNak, 13.18 / 1440};
+    case Limb::Yoga: return {kNak, 14.17 / 1440};
+    }
+    return {12, 12.19 / 1440};
+}
+
+// What one minute shows: the four numbers and the arcs.
+struct Probe {
+    std::array<int, 4> numbers{};
+    std::array<double, 4> arcs{};
+};
+
+// The charts of the day: made with the place's full record (hemisphere
+// letters, country and zone included) and the place's texts.
+class DayCharts {
+public:
+    DayCharts(clsPlanets& place, const DateTime& date) : place_(place), midnight_(date.DateOnly()) {}
+
+    std::unique_ptr<clsPlanets> ChartAt(const DateTime& moment)
+    {
+        auto c = std::make_unique<clsPlanets>();
+        place_.CopySettingTo(*c);
+        clsPerson& from = place_.clsPerson();
+        clsPerson& to = c->clsPerson();
+        to.TextNS(from.TextNS());
+        to.TextEW(from.TextEW());
+        to.Country(from.Country());
+        to.PLOB(from.PLOB());
+        to.Day(moment.Day());
+        to.Month(moment.Month());
+        to.Year(moment.Year());
+        to.Hour(moment.Hour());
+        to.Minutes(moment.Minute());
+        to.seconds(0);
+        to.AMPM(moment.Hour() >= 12 ? 2 : 1);
+        c->setTextDB(place_.GetTxtDB(), place_.GetRecosDB());
+        c->Calculate();
+        return c;
+    }
+
+    DateTime MomentOf(long minute) const { return midnight_.AddMinutes(static_cast<double>(minute)); }
+
+    const Probe& At(long minute)
+    {
+        auto it = probes_.find(minute);
+        if (it != probes_.end()) return it->second;
+        // One chart serves every probe: the limbs are read afresh at each
+        // Calculate.
+        const DateTime moment = MomentOf(minute);
+        if (!work_) {
+            work_ = ChartAt(moment);
+        } else {
+            clsPerson& r = work_->clsPerson();
+            r.Day(moment.Day());
+            r.Month(moment.Month());
+            r.Year(moment.Year());
+            r.Hour(moment.Hour());
+            r.Minutes(moment.Minute());
+            r.seconds(0);
+            r.AMPM(moment.Hour() >= 12 ? 2 : 1);
+            work_->Calculate();
+        }
+        clsPlanets& c = *work_;
+        Probe p;
+        const double S = c.PlanetLongi(1);
+        const double M = c.PlanetLongi(7);
+        for (Limb which : {Limb::Tithi, Limb::Nakshatra, Limb::Yoga, Limb::Karana}) {
+            const auto i = static_cast<std::size_t>(which);
+            p.numbers[i] = LimbNumberOf(c, which);
+            switch (which) {
+            case Limb::Tithi:
+            case Limb::Karana: p.arcs[i] = Norm360(M - S); break;
+            case Limb::Nakshatra: p.arcs[i] = M; break;
+            case Limb::Yoga: p.arcs[i] = Norm360(S + M); break;
+            }
+        }
+        return probes_.emplace(minute, p).first->second;
+    }
+
+    // Degrees a minute each arc ran over the day, once both sunrises are
+    // known: the secant's first guess.
+    void Rates(long from, long to)
+    {
+        for (Limb which : {Limb::Tithi, Limb::Nakshatra, Limb::Yoga, Limb::Karana}) {
+            const double d = std::fmod(ArcAt(to, which) - ArcAt(from, which) + 720.0, 360.0);
+            if (to > from && d > 0) rates_[static_cast<std::size_t>(which)] = d / static_cast<double>(to - from);
+        }
+    }
+    double Rate(Limb which) const { return rates_[static_cast<std::size_t>(which)]; }
+
+    int Number(long minute, Limb which) { return At(minute).numbers[static_cast<std::size_t>(which)]; }
+    double ArcAt(long minute, Limb which) { return At(minute).arcs[static_cast<std::size_t>(which)]; }
+    std::size_t Probes() const { return probes_.size(); }
+
+private:
+    clsPlanets& place_;
+    DateTime midnight_;
+    std::map<long, Probe> probes_;
+    std::unique_ptr<clsPlanets> work_;
+    std::array<double, 4> rates_{ArcOf(Limb::Tithi).rate, ArcOf(Limb::Nakshatra).rate, ArcOf(Limb::Yoga).rate,
+                                 ArcOf(Limb::Karana).rate};
+};
+
+// The difference of two arcs, taken the short way round.
+double ArcDiff(double to, double from)
+{
+    double d = std::fmod(to - from, 360.0);
+    if (d > 180) d -= 360;
+    if (d <= -180) d += 360;
+    return d;
+}
+
+// The first minute after `from` (Forward) at which the limb shows another
+// number than at `from`, or the first minute of the limb in force at `from`
+// (backward).
+long FindLimit(DayCharts& charts, Limb which, long from, bool forward)
+{
+    const Arc arc = ArcOf(which);
+    const int number = charts.Number(from, which);
+    const double a0 = charts.ArcAt(from, which);
+    // The arc's limit ahead or behind.
+    const double base = std::floor(a0 / arc.step) * arc.step;
+    const double wanted = forward ? base + arc.step - a0 : base - a0;  // degrees to go
+
+    // Secant on the arc, in whole minutes.
+    long t0 = from;
+    double d0 = 0;
+    double rate = charts.Rate(which);
+    long t1 = from + std::lround(wanted / rate);
+    for (int round = 0; round < 8; ++round) {
+        if (t1 == t0) break;
+        const double d1 = ArcDiff(charts.ArcAt(t1, which), a0);
+        if (t1 != t0 && d1 != d0) rate = (d1 - d0) / static_cast<double>(t1 - t0);
+        if (rate <= 0) rate = charts.Rate(which);
+        const long next = t1 + std::lround((wanted - d1) / rate);
+        t0 = t1;
+        d0 = d1;
+        t1 = next;
+    }
+
+    // The chart's numbers settle the minute: in the limb before it, out at it.
+    long m = t1;
+    if (forward) {
+        if (m <= from) m = from + 1;
+        for (int i = 0; i < 2880 && charts.Number(m, which) == number; ++i) ++m;
+        for (int i = 0; i < 2880 && m - 1 > from && charts.Number(m - 1, which) != number; ++i) --m;
+    } else {
+        if (m > from) m = from;
+        for (int i = 0; i < 2880 && charts.Number(m - 1, which) == number; ++i) --m;
+        for (int i = 0; i < 2880 && m < from && charts.Number(m, which) != number; ++i) ++m;
+    }
+    return m;
+}
+
+// The name of a limb's number, by the chart's lookups.
+std::string LimbName(clsPlanets& chart, Limb which, int number)
+{
+    Variant n(number);
+    switch (which) {
+    case Limb::Tithi: return chart.GetTithiName(n);
+    case Limb::Nakshatra: return chart.GetNakshatraName(n);
+    case Limb::Yoga: return chart.ConvertYoga(n);
+    case Limb::Karana: return chart.GetTextBetween("CNVT", number, "KARAN").ToText();
+    }
+    return {};
+}
+
+std::vector<LimbSpan> Limbs(DayCharts& charts, clsPlanets& day, Limb which, long sunrise, long nextSunrise)
+{
+    std::vector<LimbSpan> out;
+    long start = FindLimit(charts, which, sunrise, false);
+    long at = sunrise;
+    for (int guard = 0; guard < 8; ++guard) {
+        const long end = FindLimit(charts, which, at, true);
+        LimbSpan span;
+        span.Number = charts.Number(at, which);
+        span.Start = charts.MomentOf(start);
+        span.End = charts.MomentOf(end);
+        span.Name = LimbName(day, which, span.Number);
+        out.push_back(span);
+        if (end >= nextSunrise) break;
+        start = at = end;
+    }
+    return out;
+}
+
+}  // namespace
+
+int LimbNumberOf(clsPlanets& Chart, Limb Which)
+{
+    switch (Which) {
+    case Limb::Tithi: return Chart.Tithi();
+    case Limb::Nakshatra: return Chart.Nakshatra();
+    case Limb::Yoga: return Chart.YogaNumber();
+    case Limb::Karana: return Chart.KaranNum();
+    }
+    return 0;
+}
+
+int ClockMinutes(double hhmm)
+{
+    const double h = std::floor(hhmm + 1e-9);
+    return static_cast<int>(h) * 60 + static_cast<int>(std::lround((hhmm - h) * 100));
+}
+
+std::string ClockText(double hhmm)
+{
+    int m = ClockMinutes(hhmm);
+    char buffer[16];
+    std::snprintf(buffer, sizeof buffer, "%02d:%02d", m / 60, m % 60);
+    return buffer;
+}
+
+DaySheet BuildDaySheet(const clsPlanets& Place, const DateTime& Date)
+{
+    clsPlanets& place = const_cast<clsPlanets&>(Place);  // only read: CopySettingTo is not const
+    DaySheet s;
+    s.Date = Date.DateOnly();
+    s.Place = place.clsPerson().PLOB();
+    DayCharts charts(place, s.Date);
+
+    // The chart of the day stands at its sunrise, so that sunset is the one
+    // that follows it and the divisions are those of this day.
+    auto day = charts.ChartAt(s.Date.AddHours(12));
+    s.Sunrise = day->SunRiseTime();
+    const long sunrise = ClockMinutes(s.Sunrise);
+    auto at = charts.MomentOf(sunrise);
+    clsPerson& p = day->clsPerson();
+    p.Hour(at.Hour());
+    p.Minutes(at.Minute());
+    p.AMPM(at.Hour() >= 12 ? 2 : 1);
+    day->Calculate();
+    s.Sunset = day->SunSetTime();
+    auto next = charts.ChartAt(s.Date.AddDays(1).AddHours(12));
+    s.NextSunrise = next->SunRiseTime();
+    const long nextSunrise = 1440 + ClockMinutes(s.NextSunrise);
+    s.SunriseMoment = charts.MomentOf(sunrise);
+    s.SunsetMoment = charts.MomentOf(ClockMinutes(s.Sunset));
+    s.NextSunriseMoment = charts.MomentOf(nextSunrise);
+
+    s.WeekDay = p.WeekDayOfBirth();
+    int n = s.WeekDay;
+    s.DayName = day->GetDayName(n);
+
+    charts.Rates(sunrise, nextSunrise);
+    s.Tithis = Limbs(charts, *day, Limb::Tithi, sunrise, nextSunrise);
+    s.Nakshatras = Limbs(charts, *day, Limb::Nakshatra, sunrise, nextSunrise);
+    s.Yogas = Limbs(charts, *day, Limb::Yoga, sunrise, nextSunrise);
+    s.Karanas = Limbs(charts, *day, Limb::Karana, sunrise, nextSunrise);
+
+    s.LunarMonth = clsPlanets::VikramiMonth(day->PlanetLongi(1), p.GetBirthDate());
+    s.LunarMonthName = day->GetVikramiMonth(s.LunarMonth);
+
+    s.RahuKaalStart = day->GetRahuKaalStartToday();
+    s.RahuKaalSpan = day->GetRahuKaalSpanToday();
+    for (int i = 1; i <= 4; ++i) s.EvilMuhurthaStart[static_cast<std::size_t>(i - 1)] = day->GetEvilMuhurthaStart(i);
+    s.EvilMuhurthaLength = day->GetMuhurthaLength();
+    // Seven names serve the sixteen parts and the twenty-four Horas.
+    std::map<int, std::string> chowgadiyaNames, horaNames;
+    for (int i = 1; i <= 16; ++i) {
+        DayPart part;
+        part.Number = i;
+        part.Type = clsPlanets::GetChogadiyaType(i, s.WeekDay);
+        auto name = chowgadiyaNames.find(part.Type);
+        if (name == chowgadiyaNames.end())
+            name = chowgadiyaNames.emplace(part.Type, day->GetChowGadiyaName(part.Type)).first;
+        part.Name = name->second;
+        part.Start = day->GetChogadiyaStart(i);
+        part.Span = day->GetChogadiyaSpan(i);
+        s.Chowgadiya.push_back(part);
+    }
+    for (int i = 1; i <= 24; ++i) {
+        DayPart part;
+        part.Number = i;
+        part.Type = clsPlanets::GetHoraType(i, s.WeekDay);
+        auto name = horaNames.find(part.Type);
+        if (name == horaNames.end()) name = horaNames.emplace(part.Type, day->GetHoraName(part.Type)).first;
+        part.Name = name->second;
+        part.Start = day->GetHoraStart(i);
+        part.Span = 1;
+        s.Horas.push_back(part);
+    }
+    return s;
+}
+
+}  // namespace ranvel
