@@ -281,11 +281,12 @@ MuhurthaRequest ReadRequest(const Json& j)
 
 namespace ranvel::cli {
 
-RequestRun::RequestRun(const std::string& path, bool json)
+RequestRun::RequestRun(const std::string& path, bool json, const KindCheck& kindCheck)
     : Messages(json), progress_(!json && isatty(2))
 {
     // Everything is checked before any chart is made or any file written.
     const Json j = ReadJsonFile(path);
+    if (kindCheck) kindCheck(j);
     Request = ReadRequest(j);
     settings_ = std::make_unique<RunSettings>(j.contains("settings") ? j["settings"] : Json());
     SetMessageSink(&Messages);

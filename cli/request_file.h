@@ -27,6 +27,7 @@ MuhurthaRequest ReadRequest(const nlohmann::ordered_json& file);
 
 }  // namespace ranvel::cli
 
+#include <functional>
 #include <memory>
 
 #include "chart_input.h"
@@ -38,9 +39,13 @@ namespace ranvel::cli {
 // (its settings applied for the life of the object, the sinks installed),
 // the search made by Search. A command checks what else it needs between
 // the two, so that nothing is searched or written for a request it refuses.
+// A command that takes only some kinds of request names the wrong kind in
+// kindCheck, which sees the file before its fields are read: the request is
+// refused for what it is rather than field by field.
 class RequestRun {
 public:
-    RequestRun(const std::string& path, bool json);
+    using KindCheck = std::function<void(const nlohmann::ordered_json&)>;
+    RequestRun(const std::string& path, bool json, const KindCheck& kindCheck = {});
     ~RequestRun();
     RequestRun(const RequestRun&) = delete;
     RequestRun& operator=(const RequestRun&) = delete;

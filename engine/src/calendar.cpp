@@ -172,14 +172,15 @@ std::string CalendarTable(const MuhurthaCalendar& Calendar, const std::vector<st
 {
     std::size_t tested = 0;
     for (const CalendarDay& d : Calendar.Days) tested += d.Tested ? 1 : 0;
-    std::string out = "Muhurtha calendar: " + Calendar.MuhuName + " (" + Calendar.Category + ")";
-    if (!Calendar.Place.empty()) out += ", " + Calendar.Place;
+    std::string out = "Muhurtha calendar: " + Calendar.MuhuName + ", category " + Calendar.Category;
+    if (!Calendar.Place.empty()) out += ", at " + Calendar.Place;
     out += "\n";
-    out += Printf("Searched %s to %s, %s to %s: %zu days, %zu with tested moments\n\n",
+    out += Printf("Searched %s to %s, %s to %s each day: %zu days, %zu with tested moments\n\n",
                   Calendar.StartDate.ToDayFirstText().c_str(), Calendar.EndDate.ToDayFirstText().c_str(),
                   vb::Format(Calendar.TimeStart, "00.00").c_str(), vb::Format(Calendar.TimeEnd, "00.00").c_str(),
                   Calendar.Days.size(), tested);
     if (Listed.empty()) return out + "No day reaches the band asked for.\n";
+    out += Printf("%zu of the %zu tested days, the best first:\n\n", Listed.size(), tested);
     out += "Rank  Date        Day  Moment  Score  Percent  Band  Lagna span\n";
     int rank = 0;
     for (std::size_t i : Listed) {
