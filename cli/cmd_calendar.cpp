@@ -13,6 +13,8 @@
 #include "input_check.h"
 #include "person_json.h"
 #include "request_file.h"
+#include "ranvel/app/pagerender.h"
+#include "ranvel/data/themes.h"
 #include "ranvel/engine/calendar.h"
 #include "ranvel/output/calendarsheet.h"
 #include "ranvel/platform/vbmath.h"
@@ -153,6 +155,12 @@ int CmdCalendar(const Args& args)
     const std::vector<std::size_t> listed = cal.Listed(top, minBand);
 
     if (args.Has("ics")) WriteWholeFile(args.Value("ics"), CalendarIcs(cal, listed, stamp));
+    if (args.Has("png") || args.Has("pdf")) {
+        // The pictures are drawn as the desktop draws them: its fonts, the
+        // user's page colours.
+        EnsureOffscreenApplication();
+        LoadActiveColors();
+    }
     if (args.Has("png")) SaveCalendarPng(cal, args.Value("png"));
     if (args.Has("pdf")) SaveCalendarPdf(cal, listed, args.Value("pdf"));
 
