@@ -2,14 +2,18 @@
 // the shipped data, and the lookups that answer each keystroke of the
 // type-ahead boxes over the shipped 7,209 cities.
 // Targets: BM_MainWindowWithRequestForm under 0.5 s; every lookup far
-// under a keystroke (a few milliseconds).
+// under a keystroke (a few milliseconds); a year's month grids of the
+// Muhurtha calendar, BM_CalendarGridsYear, drawn within 100 ms.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QImage>
+#include <QPainter>
 
 #include "ranvel/app/mdiMother.h"
 #include "ranvel/app/startup.h"
 #include "ranvel/data/datafiles.h"
+#include "ranvel/output/calendarsheet.h"
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/settings.h"
 #include "ranvel/platform/sinks.h"
@@ -60,6 +64,31 @@ void BM_CountryTyped(benchmark::State& state)
     }
 }
 BENCHMARK(BM_CountryTyped)->Unit(benchmark::kMicrosecond);
+
+// A year of days, every one tested, drawn as the calendar window draws them.
+void BM_CalendarGridsYear(benchmark::State& state)
+{
+    MuhurthaCalendar cal;
+    cal.StartDate = DateTime::FromParts(2025, 1, 1);
+    cal.EndDate = DateTime::FromParts(2025, 12, 31);
+    int n = 0;
+    for (DateTime d = cal.StartDate; d <= cal.EndDate; d = d.AddDays(1), ++n) {
+        CalendarDay day;
+        day.Day = d;
+        day.Tested = true;
+        day.Band = 10 + (n * 7 % 10) * 10;
+        day.Percent = day.Band - 3.5;
+        cal.Days.push_back(day);
+    }
+    const QSize size = CalendarGridsSize(cal, 3, 26);
+    QImage image(size, QImage::Format_RGB32);
+    const CalendarColours colours = CalendarColours::FromActive();
+    for (auto _ : state) {
+        QPainter p(&image);
+        PaintCalendarGrids(p, QRect(QPoint(0, 0), size), cal, colours, 3, 26, &cal.Days[40]);
+    }
+}
+BENCHMARK(BM_CalendarGridsYear)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
