@@ -41,6 +41,18 @@ struct Probe {
     std::array<double, 4> arcs{};
 };
 
+// Puts a record at a moment of the place's clock, to the minute.
+void SetMoment(clsPerson& r, const DateTime& moment)
+{
+    r.Day(moment.Day());
+    r.Month(moment.Month());
+    r.Year(moment.Year());
+    r.Hour(moment.Hour());
+    r.Minutes(moment.Minute());
+    r.seconds(0);
+    r.AMPM(moment.Hour() >= 12 ? 2 : 1);
+}
+
 // The charts of the day: made with the place's full record (hemisphere
 // letters, country and zone included) and the place's texts.
 class DayCharts {
@@ -57,13 +69,7 @@ public:
         to.TextEW(from.TextEW());
         to.Country(from.Country());
         to.PLOB(from.PLOB());
-        to.Day(moment.Day());
-        to.Month(moment.Month());
-        to.Year(moment.Year());
-        to.Hour(moment.Hour());
-        to.Minutes(moment.Minute());
-        to.seconds(0);
-        to.AMPM(moment.Hour() >= 12 ? 2 : 1);
+        SetMoment(to, moment);
         c->setTextDB(place_.GetTxtDB(), place_.GetRecosDB());
         c->Calculate();
         return c;
@@ -81,14 +87,7 @@ public:
         if (!work_) {
             work_ = ChartAt(moment);
         } else {
-            clsPerson& r = work_->clsPerson();
-            r.Day(moment.Day());
-            r.Month(moment.Month());
-            r.Year(moment.Year());
-            r.Hour(moment.Hour());
-            r.Minutes(moment.Minute());
-            r.seconds(0);
-            r.AMPM(moment.Hour() >= 12 ? 2 : 1);
+            SetMoment(work_->clsPerson(), moment);
             work_->Calculate();
         }
         clsPlanets& c = *work_;
@@ -255,11 +254,8 @@ DaySheet BuildDaySheet(const clsPlanets& Place, const DateTime& Date)
     auto day = charts.ChartAt(s.Date.AddHours(12));
     s.Sunrise = day->SunRiseTime();
     const long sunrise = ClockMinutes(s.Sunrise);
-    auto at = charts.MomentOf(sunrise);
     clsPerson& p = day->clsPerson();
-    p.Hour(at.Hour());
-    p.Minutes(at.Minute());
-    p.AMPM(at.Hour() >= 12 ? 2 : 1);
+    SetMoment(p, charts.MomentOf(sunrise));
     day->Calculate();
     s.Sunset = day->SunSetTime();
     auto next = charts.ChartAt(s.Date.AddDays(1).AddHours(12));
