@@ -3,84 +3,24 @@
 // command answers them, the iCalendar file must read back in a parser that
 // is not ours, and every refusal must come before the search with nothing
 // left on disk.
-#include <gtest/gtest.h>
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-
-#include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <map>
-#include <nlohmann/json.hpp>
-#include <sstream>
-#include <string>
-#include <vector>
 
-extern char** environ;
+#include "cli_run.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
+using cli_run::Outcome;
+using cli_run::Slurp;
 
 const std::string kSample = RANVEL_SAMPLES "/marriage-delhi.json";
 
-struct Outcome {
-    int code = -1;
-    std::string out, err;
-};
+fs::path Scratch() { return cli_run::Scratch("cli-calendar"); }
 
-fs::path Scratch()
-{
-    const char* tmp = std::getenv("RANVEL_TEST_TMP");
-    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    fs::path dir = fs::path(tmp ? tmp : fs::temp_directory_path().string()) / "cli-calendar" /
-                   (std::string(info->test_suite_name()) + "." + info->name());
-    fs::create_directories(dir);
-    return dir;
-}
-
-std::string Slurp(const fs::path& p)
-{
-    std::ifstream in(p, std::ios::binary);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
-
-// Runs a program (found on PATH when the name has no slash) with the
-// environment's entries replaced or added by "NAME=value" entries of env.
 Outcome Spawn(std::vector<std::string> args, const std::vector<std::string>& env = {})
 {
-    const fs::path out = Scratch() / "stdout", err = Scratch() / "stderr";
-    std::vector<std::string> envText;
-    for (char** e = environ; *e; ++e) {
-        bool replaced = false;
-        for (const std::string& set : env) replaced = replaced || std::strncmp(*e, set.c_str(), set.find('=') + 1) == 0;
-        if (!replaced) envText.push_back(*e);
-    }
-    envText.insert(envText.end(), env.begin(), env.end());
-    std::vector<char*> argv, envp;
-    for (std::string& a : args) argv.push_back(a.data());
-    for (std::string& e : envText) envp.push_back(e.data());
-    argv.push_back(nullptr);
-    envp.push_back(nullptr);
-    posix_spawn_file_actions_t files;
-    posix_spawn_file_actions_init(&files);
-    posix_spawn_file_actions_addopen(&files, 1, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    posix_spawn_file_actions_addopen(&files, 2, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    pid_t pid = 0;
-    Outcome o;
-    if (posix_spawnp(&pid, argv[0], &files, nullptr, argv.data(), envp.data()) == 0) {
-        int status = 0;
-        waitpid(pid, &status, 0);
-        o.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-    posix_spawn_file_actions_destroy(&files);
-    o.out = Slurp(out);
-    o.err = Slurp(err);
-    return o;
+    return cli_run::Spawn(std::move(args), Scratch(), env);
 }
 
 Outcome Cli(std::vector<std::string> args, const std::vector<std::string>& env = {})
@@ -96,12 +36,7 @@ Json RunJson(const std::vector<std::string>& args)
     return Json::parse(o.out);
 }
 
-std::string WriteRequest(const std::string& name, const Json& request)
-{
-    const fs::path p = Scratch() / name;
-    std::ofstream(p) << request.dump();
-    return p.string();
-}
+std::string WriteRequest(const std::string& name, const Json& request) { return cli_run::WriteJson(Scratch(), name, request); }
 
 double Num(const Json& v) { return v.is_string() ? std::stod(v.get<std::string>()) : v.get<double>(); }
 

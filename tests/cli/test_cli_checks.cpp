@@ -1,80 +1,26 @@
 // ranvel-cli run as a user runs it: what no request form would take is
 // refused with exit 2 and a message that names the field, before any work
 // and before any file is written; what the form takes still runs.
-#include <gtest/gtest.h>
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-
-#include <filesystem>
-#include <fstream>
 #include <functional>
-#include <nlohmann/json.hpp>
-#include <sstream>
-#include <string>
-#include <vector>
 
-extern char** environ;
+#include "cli_run.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
+using cli_run::Outcome;
+using cli_run::Slurp;
 
-struct Outcome {
-    int code = -1;
-    std::string out, err;
-};
-
-// A folder of the running test's own: the tests run side by side.
-fs::path Scratch()
-{
-    const char* tmp = std::getenv("RANVEL_TEST_TMP");
-    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    fs::path dir = fs::path(tmp ? tmp : fs::temp_directory_path().string()) / "cli-checks" /
-                   (std::string(info->test_suite_name()) + "." + info->name());
-    fs::create_directories(dir);
-    return dir;
-}
-
-std::string Slurp(const fs::path& p)
-{
-    std::ifstream in(p);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
+fs::path Scratch() { return cli_run::Scratch("cli-checks"); }
 
 Outcome Cli(std::vector<std::string> args)
 {
-    const fs::path out = Scratch() / "stdout", err = Scratch() / "stderr";
     args.insert(args.begin(), RANVEL_CLI);
-    std::vector<char*> argv;
-    for (std::string& a : args) argv.push_back(a.data());
-    argv.push_back(nullptr);
-    posix_spawn_file_actions_t files;
-    posix_spawn_file_actions_init(&files);
-    posix_spawn_file_actions_addopen(&files, 1, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    posix_spawn_file_actions_addopen(&files, 2, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    pid_t pid = 0;
-    Outcome o;
-    if (posix_spawn(&pid, RANVEL_CLI, &files, nullptr, argv.data(), environ) == 0) {
-        int status = 0;
-        waitpid(pid, &status, 0);
-        o.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-    posix_spawn_file_actions_destroy(&files);
-    o.out = Slurp(out);
-    o.err = Slurp(err);
-    return o;
+    return cli_run::Spawn(std::move(args), Scratch());
 }
 
-std::string Write(const std::string& name, const Json& j)
-{
-    const fs::path p = Scratch() / name;
-    std::ofstream(p) << j.dump();
-    return p.string();
-}
+std::string Write(const std::string& name, const Json& j) { return cli_run::WriteJson(Scratch(), name, j); }
 
 Json Place(const char* lati, const char* longi, const char* ns, const char* ew, const char* gmt)
 {
