@@ -31,5 +31,6 @@ int CmdGochara(const Args& args);
 int CmdMuhurtha(const Args& args);
 int CmdCatalogue(const Args& args);
 int CmdCalendar(const Args& args);
+int CmdDay(const Args& args);
 
 }  // namespace ranvel::cli

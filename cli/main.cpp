@@ -37,6 +37,11 @@ const char* const kUsage =
     "      (the best Muhurtha first); the first N days (10) of band B (10) or\n"
     "      more are listed and written as iCalendar events, the month grids as\n"
     "      a picture, grids and list as a PDF\n"
+    "  day --date dd/MM/yyyy (--place-file FILE | --lati DDD:MM --longi DDD:MM\n"
+    "      --ns N|S --ew E|W --gmt +HH.MM [--country C] [--city C]) [--json]\n"
+    "      the day's sheet at a place: sunrise and sunset, each tithi,\n"
+    "      nakshatra, yoga and karana with its limits, the lunar month, Rahu\n"
+    "      Kaal, the evil Muhurthas, Chowgadiya and Hora\n"
     "  catalogue [--category KEY] [--json]\n"
     "      the Muhurthas a request can name, by category\n"
     "  gochara --input FILE --planet P --target DEG --tolerance ARCMIN [--json]\n"
@@ -87,6 +92,7 @@ int main(int argc, char** argv)
             {"muhurtha", {ranvel::cli::CmdMuhurtha, {"json"}}},
             {"catalogue", {ranvel::cli::CmdCatalogue, {"json"}}},
             {"calendar", {ranvel::cli::CmdCalendar, {"json"}}},
+            {"day", {ranvel::cli::CmdDay, {"json"}}},
         };
         auto it = commands.find(args[0]);
         if (it == commands.end()) {

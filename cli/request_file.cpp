@@ -201,6 +201,17 @@ public:
 
 }  // namespace
 
+RequestPlace ReadPlace(const Json& j, const std::string& where)
+{
+    if (!j.is_object()) throw std::invalid_argument(where + " must be a JSON object");
+    Reader in;
+    in.Only(j, "", {"Country", "City", "Lati", "Longi", "NS", "EW", "GMT"});
+    RequestPlace place;
+    in.Place(j, "", place);
+    in.refused.ThrowIfAny();
+    return place;
+}
+
 MuhurthaRequest ReadRequest(const Json& j)
 {
     if (!j.is_object()) throw std::invalid_argument("the request must be a JSON object");

@@ -24,6 +24,9 @@ std::vector<CatalogueRow> CatalogueRows();
 // std::invalid_argument, one line a field, each naming it. The request's
 // "settings" are checked too, and left for RunSettings.
 MuhurthaRequest ReadRequest(const nlohmann::ordered_json& file);
+// A place alone ({"Country", "City", "Lati", "Longi", "NS", "EW", "GMT"}),
+// checked as a request's place is; where names it in a refusal of its kind.
+RequestPlace ReadPlace(const nlohmann::ordered_json& place, const std::string& where);
 
 }  // namespace ranvel::cli
 
