@@ -24,6 +24,7 @@
 #include "ranvel/app/appinfo.h"
 #include "ranvel/app/formkit.h"
 #include "ranvel/app/frmAbout.h"
+#include "ranvel/app/frmCalendar.h"
 #include "ranvel/app/frmCalcOptions.h"
 #include "ranvel/app/frmColorEnv.h"
 #include "ranvel/app/frmEditLongLat.h"
@@ -33,6 +34,8 @@
 #include "ranvel/app/frmMuhuCover.h"
 #include "ranvel/app/frmMuhuTxt.h"
 #include "ranvel/app/frmWizard.h"
+#include "ranvel/engine/calendar.h"
+#include "ranvel/engine/request.h"
 #include "ranvel/engine/request_state.h"
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/gui/dialogs.h"
@@ -123,9 +126,14 @@ mdiMother::mdiMother(QWidget* parent) : QMainWindow(parent)
     scroll->setWidget(entry_);
     // The form tells what happened; the window does what follows.
     connect(entry_, &frmLogin::Generated, this, [this] {
+        // A calendar open on the last search is made anew for this one.
+        const bool calendarShown = calendarWindow_ && calendarWindow_->isVisible();
+        DropCalendar();
+        rangeResult_ = entry_->Request().SearchMode == 1;
         show();
         OpenResultPages();
         RestoreResultView();
+        if (calendarShown && rangeResult_) OpenCalendar();
     });
     connect(entry_, &frmLogin::TitleChanged, this, [this](const QString& title) {
         if (pages_->currentWidget() == entryHost_) setWindowTitle(title);
@@ -222,6 +230,9 @@ void mdiMother::BuildMenus()
     item(settings, "mnuSettingsColor", "&Page Designer...", [this] {
         frmColorEnv dialog(this);
         connect(&dialog, &frmColorEnv::Saved, this, &mdiMother::RebuildResultPages);
+        connect(&dialog, &frmColorEnv::Saved, this, [this] {
+            if (calendarWindow_) calendarWindow_->RefreshColours();
+        });
         dialog.exec();
     });
     item(settings, "mnuSettingsKundStyle", "&Kundli Style...", [this] {
@@ -265,6 +276,10 @@ void mdiMother::BuildMenus()
         SaveOn("StatusBar", on);
     });
     toggle("mnuViewTopicList", "&Topic List", [this] { ToggleSideList(); });
+    view->addSeparator();
+    item(view, "mnuViewCalendar", "Muhurtha &Calendar...", [this] { OpenCalendar(); })->setIcon(Icon("calendar"));
+    // The calendar's item tells why it stands disabled.
+    view->setToolTipsVisible(true);
 
     QMenu* help = menuBar()->addMenu("&Help");
     help->setObjectName("mnuHelp");
@@ -301,6 +316,7 @@ void mdiMother::BuildToolbar()
     QAction* map = button("TopicMap", "topicmap", "Topic Map", nullptr);
     map->setCheckable(true);
     connect(map, &QAction::triggered, this, [this] { ToggleSideList(); });
+    button("Calendar", "calendar", "Muhurtha Calendar", "mnuViewCalendar");
     toolbar_->addSeparator();
     button("PrintTopic", "printtopic", "Print This Topic", "mnuFilePrintTopic");
     button("Print", "print", "Print Muhurtha", "mnuPrint");
@@ -372,6 +388,16 @@ void mdiMother::UpdateOutputCommands()
     for (const char* name : {"mnuFilePrintTopic", "mnuPrint", "mnuFileExportPDF", "mnuFileMailPDF", "PrintTopic",
                              "Print", "PDFExport", "PDFEmail"})
         if (QAction* a = Action(name)) a->setEnabled(report);
+    // The calendar reads the days of a range search.
+    const bool calendar = report && rangeResult_;
+    const QString tip = calendar ? "Muhurtha Calendar: every day of the range searched, graded and ranked"
+                        : report ? "The Muhurtha calendar needs a range: generate a search over a range of dates"
+                                 : "The Muhurtha calendar shows the days of a range search once one is generated";
+    for (const char* name : {"mnuViewCalendar", "Calendar"})
+        if (QAction* a = Action(name)) {
+            a->setEnabled(calendar);
+            a->setToolTip(tip);
+        }
 }
 
 int mdiMother::CurrentTopic() const { return cmbTopic_->currentIndex(); }
@@ -433,6 +459,57 @@ void mdiMother::RebuildResultPages()
     if (CurrentTopic() >= 0) ShowTopic(CurrentTopic());
 }
 
+void mdiMother::OpenCalendar()
+{
+    if (!rangeResult_ || TopicCount() == 0) return;
+    clsMuhurtha& engine = Engine();
+    const std::string refusal = CheckCalendarRange(engine.StartDate, engine.EndDate);
+    if (!refusal.empty()) {
+        MsgBox(refusal, MsgButtons::OK, "Muhurtha Calendar", MsgIcon::Exclamation);
+        return;
+    }
+    // Made once for a generation: picking a day for the pages changes the
+    // engine's best Muhurtha, never the moments the calendar is read from.
+    if (!calendar_) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        struct Restore {
+            ~Restore() { QApplication::restoreOverrideCursor(); }
+        } restore;
+        calendar_ = std::make_shared<const MuhurthaCalendar>(BuildCalendar(engine));
+    }
+    if (!calendarWindow_) {
+        calendarWindow_ = new frmCalendar(calendar_, this);
+        connect(calendarWindow_, &frmCalendar::DayPicked, this, &mdiMother::ShowCover);
+    }
+    calendarWindow_->show();
+    calendarWindow_->raise();
+    calendarWindow_->activateWindow();
+}
+
+frmCalendar* mdiMother::CalendarWindow() const { return calendarWindow_; }
+
+void mdiMother::DropCalendar()
+{
+    if (calendarWindow_) {
+        calendarWindow_->hide();
+        calendarWindow_->deleteLater();
+    }
+    calendarWindow_ = nullptr;
+    calendar_.reset();
+}
+
+void mdiMother::ShowCover()
+{
+    if (TopicCount() == 0) return;
+    // The calendar steps aside for the pages; the View menu brings it back
+    // as it was left.
+    if (calendarWindow_) calendarWindow_->hide();
+    raise();
+    activateWindow();
+    if (CurrentTopic() == 0) RebuildResultPages();
+    else SelectTopic(0);
+}
+
 void mdiMother::RestoreResultView()
 {
     const bool bar = SettingOn("BotBar", true);
@@ -445,6 +522,8 @@ void mdiMother::RestoreResultView()
 
 void mdiMother::ShowEntry()
 {
+    rangeResult_ = false;
+    DropCalendar();
     ClearTopics();
     ResetEngine(nullptr);
     pages_->setCurrentWidget(entryHost_);

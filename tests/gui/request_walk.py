@@ -4,7 +4,9 @@ program still running.
 
     /usr/bin/python3 tests/gui/request_walk.py BUILD_BIN_DIR SHOTS_DIR
 """
+import datetime
 import os
+import re
 import shutil
 import sqlite3
 import sys
@@ -123,6 +125,105 @@ try:
     check("still running after the manual", app.returncode, None)
 finally:
     check("running at the end", app.returncode, None)
+    if app.returncode is not None:
+        print(app.log_tail())
+    h.stop(session_too=False)
+
+# The Muhurtha calendar, in the program started afresh: a marriage searched
+# over a month from today, the calendar opened from the View menu, a day
+# chosen in the list and moved with the keys in the grid, and that day's
+# pages shown as the calendar shows it.
+app = h.start_app([os.path.join(bin_dir, "ranvel"), "--app-dir", app_dir], window=None, env=env,
+                  expose_object_names=True, timeout=60)
+app.wait_window(name_re=r"^Ranvel-", timeout=60)
+try:
+    def fill(name, text):
+        h.type(app.find("text", object_name=name), text, verify=False)
+
+    def place(country_box, city_box, country, city):
+        h.type(app.find("combo box", object_name=country_box).find("text"), country)
+        h.key("Return")
+        h.type(app.find("combo box", object_name=city_box).find("text"), city)
+        h.key("Return")
+
+    def reading(w):
+        # A read-only text box is a label to AT-SPI, named by its caption;
+        # what it shows comes through its text.
+        ti = w.acc.get_text_iface()
+        return ti.get_text(0, -1) if ti else w.name
+
+    def day_of(detail):
+        return datetime.datetime.strptime(reading(detail).split("\n")[0].split(", ")[1], "%d/%m/%Y").date()
+
+    def figures(detail):
+        m = re.search(r"lagna from (.+?) to (.+?)\s+Score .+?, ([0-9.]+) percent", reading(detail))
+        return m.groups() if m else None
+
+    def cover():
+        return tuple(h.text_of(app.find("label", object_name=n)) for n in ("lblBMFrom", "lblBMTo", "lblBMScore"))
+
+    h.click(app.find("check box", name="Marriage"))
+    h.select(app.find("tree", object_name="tvMuhuList"), "Marriage ceremony (Vivaha)")
+    h.click(app.find("push button", object_name="CmdGenerate"))
+    h.click(app.find("radio button", object_name="optMuhuRange"))
+    # Until a month on: the month's part of the date stepped up by its key.
+    until = app.find("spin button", object_name="dtMuhuTo")
+    app.focus_window_of(until)
+    x, y, _, height = until.extents
+    app.session.move_pointer(x + 30, y + height // 2)
+    app.session.xdotool("click", "1")
+    h.key("Up")
+    fill("txtMuhDTFrom", "0600")
+    fill("txtMuhDTTo", "2200")
+    place("cmbMuhuCountry", "cmbMuhuCity", "India", "New Delhi")
+    h.click(app.find("push button", object_name="CmdGenerate"))
+    h.type(app.find("combo box", object_name="cmbBoyName").find("text"), "Arjun")
+    fill("txtBoyDate", "14081994")
+    fill("txtBoyTime", "0920")
+    place("cmbBoyCountry", "cmbBoyPlace", "India", "New Delhi")
+    h.type(app.find("combo box", object_name="cmbGalName").find("text"), "Meera")
+    fill("txtGalDate", "03021996")
+    fill("txtGalTime", "1745")
+    place("cmbGalCountry", "cmbGalPlace", "India", "Pune")
+    h.click(app.find("push button", object_name="CmdGenerate"))
+    app.wait_window(name_re=r"^Ranvel-Muhurtha Score", timeout=120)
+    best_on_cover = cover()
+
+    h.menu("View", "Muhurtha Calendar...")
+    app.wait_window(name="Muhurtha Calendar", timeout=60)
+    h.screenshot(os.path.join(shots, "calendar.png"))
+    ranked = app.find("tree", object_name="lvwRanked")
+    detail = app.find(None, object_name="txtDayDetail")
+    rows = app.table(ranked)
+    check("calendar opens on the cover's day", figures(detail), best_on_cover)
+    h.select(ranked, rows[2][1])
+    chosen = day_of(detail)
+    check("list chooses its third day", chosen.strftime("%d/%m/%Y"), rows[2][1])
+
+    # From the list back to the grid (the list's choices stand between).
+    spin = app.find(None, object_name="spnTop")
+    for _ in range(4):
+        h.key("shift+Tab")
+        if spin.has("focused"):
+            break
+    h.key("shift+Tab")
+    # A step that would leave the range searched is not taken.
+    first, last = (datetime.datetime.strptime(d, "%d/%m/%Y").date() for d in re.findall(
+        r"\d\d/\d\d/\d{4}", h.text_of(app.find("label", object_name="lblCalendarTitle"))))
+    for key_name, days in (("Right", 1), ("Down", 7), ("Left", -1), ("Up", -7)):
+        want = day_of(detail) + datetime.timedelta(days=days)
+        if not first <= want <= last:
+            want = day_of(detail)
+        h.key(key_name)
+        check(f"{key_name} in the grid", day_of(detail), want)
+    h.screenshot(os.path.join(shots, "calendar-keys.png"))
+
+    shown = figures(detail)
+    h.click(app.find("push button", object_name="cmdShowDayPages"))
+    check("the cover shows the calendar's day", cover(), shown)
+    h.screenshot(os.path.join(shots, "calendar-day-cover.png"))
+finally:
+    check("running after the calendar", app.returncode, None)
     if app.returncode is not None:
         print(app.log_tail())
     h.stop()

@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDir>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -16,6 +17,7 @@
 #include <functional>
 
 #include "ranvel/app/frmAbout.h"
+#include "ranvel/app/frmCalendar.h"
 #include "ranvel/app/frmCalcOptions.h"
 #include "ranvel/app/frmColorEnv.h"
 #include "ranvel/app/frmEditLongLat.h"
@@ -156,6 +158,22 @@ int main(int argc, char** argv)
     main->ToggleSideList();
     Shot(main, "result-2-with-map");
     main->ToggleSideList();
+
+    // The calendar of the month searched: as it opens on the best day, then
+    // on another day chosen with the keys.
+    main->OpenCalendar();
+    if (frmCalendar* calendar = main->CalendarWindow()) {
+        // As large as a 1024 x 768 screen lets it open.
+        calendar->resize(1000, 700);
+        Shot(calendar, "calendar-1");
+        calendar->Grid()->setFocus();
+        for (Qt::Key key : {Qt::Key_Down, Qt::Key_Right}) {
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+            QApplication::sendEvent(calendar->Grid(), &press);
+        }
+        Shot(calendar, "calendar-2-day");
+        calendar->close();
+    }
 
     Dialog<frmAbout>("about", [main] { return new frmAbout(main); });
     Dialog<frmFontsError>("fonts-error", [main] { return new frmFontsError({"Ranvel Bangla", "Astro 571"}, main); });

@@ -5,6 +5,8 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,7 +21,9 @@ class QTreeWidget;
 namespace ranvel {
 
 class BottomBar;
+class frmCalendar;
 class frmLogin;
+struct MuhurthaCalendar;
 
 class mdiMother : public QMainWindow {
     Q_OBJECT
@@ -77,6 +81,13 @@ public:
     // generation does when it ends.
     void RestoreResultView();
 
+    // ---- the Muhurtha calendar ----
+    // The calendar window of the last range search, made on first use; a
+    // range too long for a calendar is told in a box instead.
+    void OpenCalendar();
+    // The calendar window when one is open, else nullptr.
+    frmCalendar* CalendarWindow() const;
+
     QAction* Action(const QString& name) const;
 
 signals:
@@ -99,6 +110,11 @@ private:
     void SetSideListVisible(bool visible);
     void UpdateOutputCommands();
     void SaveViewState();
+    // The calendar of the last generation forgotten, its window closed.
+    void DropCalendar();
+    // The cover brought to the front, built for the best Muhurtha as the
+    // engine now holds it.
+    void ShowCover();
 
     frmLogin* entry_ = nullptr;
     QWidget* entryHost_ = nullptr;
@@ -113,6 +129,11 @@ private:
     std::vector<QAction*> navEntries_;
     std::vector<Topic> topics_;
     bool busy_ = false;
+    // The result shown is a range search's; its calendar once made, and the
+    // window that shows it.
+    bool rangeResult_ = false;
+    std::shared_ptr<const MuhurthaCalendar> calendar_;
+    QPointer<frmCalendar> calendarWindow_;
 };
 
 // The main window once it is loaded, else nullptr.
