@@ -10,6 +10,7 @@
 #include <QSpinBox>
 #include <QTest>
 #include <QTextBrowser>
+#include <QTimer>
 #include <QTreeWidget>
 #include <filesystem>
 #include <fstream>
@@ -17,6 +18,7 @@
 
 #include "app/app_fixture.h"
 #include "ranvel/app/frmCalendar.h"
+#include "ranvel/app/frmColorEnv.h"
 #include "ranvel/app/frmLogin.h"
 #include "ranvel/app/mdiMother.h"
 #include "ranvel/engine/calendar.h"
@@ -290,6 +292,24 @@ TEST_F(CalendarWindow, ADaysPagesShowItAsTheCalendarDoes)
     Child<QPushButton>(w, "cmdShowDayPages")->click();
     EXPECT_EQ(main->CurrentTopic(), 0);
     EXPECT_EQ(Cover("lblBMFrom").toStdString(), best.LagnaStartText);
+}
+
+TEST_F(CalendarWindow, APageDesignerSaveRepaintsTheGridsInItsColours)
+{
+    Generate(1, "01/11/2024", "10/11/2024");
+    frmCalendar* w = Open();
+    ASSERT_NE(w, nullptr);
+    const QImage before = w->Grid()->grab().toImage();
+    // The designer saves a dark paper, then is closed.
+    QTimer::singleShot(0, [] {
+        auto* designer = qobject_cast<frmColorEnv*>(QApplication::activeModalWidget());
+        ASSERT_NE(designer, nullptr);
+        ActivePageColors().TableBackCol = 0x202020;
+        emit designer->Saved();
+        designer->close();
+    });
+    main->Action("mnuSettingsColor")->trigger();
+    EXPECT_NE(w->Grid()->grab().toImage(), before);
 }
 
 TEST_F(CalendarWindow, ExportsWriteWholeFilesOrSayWhyNot)
