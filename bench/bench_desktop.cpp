@@ -80,12 +80,15 @@ void BM_CalendarGridsYear(benchmark::State& state)
         day.Percent = day.Band - 3.5;
         cal.Days.push_back(day);
     }
-    const QSize size = CalendarGridsSize(cal, 3, 26);
+    cal.Days[200].EngineBest = true;
+    constexpr int kColumns = 3, kCell = 30;  // as the window lays them out
+    const QSize size = CalendarGridsSize(cal, kColumns, kCell);
     QImage image(size, QImage::Format_RGB32);
     const CalendarColours colours = CalendarColours::FromActive();
     for (auto _ : state) {
+        image.fill(colours.Paper);
         QPainter p(&image);
-        PaintCalendarGrids(p, QRect(QPoint(0, 0), size), cal, colours, 3, 26, &cal.Days[40]);
+        PaintCalendarGrids(p, QRect(QPoint(0, 0), size), cal, colours, kColumns, kCell, &cal.Days[40]);
     }
 }
 BENCHMARK(BM_CalendarGridsYear)->Unit(benchmark::kMillisecond);
