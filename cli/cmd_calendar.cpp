@@ -186,9 +186,7 @@ int CmdCalendar(const Args& args)
     int rank = 0;
     for (std::size_t i : listed) ranked.push_back({{"Rank", ++rank}, {"Date", cal.Days[i].Day.ToIsoText().substr(0, 10)}});
     out["Ranked"] = ranked;
-    Json msgs = Json::array();
-    for (const Message& m : run.Messages.Messages()) msgs.push_back(m.text);
-    out["Messages"] = msgs;
+    out["Messages"] = MessagesJson(run.Messages);
     std::cout << DumpJson(out);
     return 0;
 }

@@ -183,9 +183,7 @@ int CmdDay(const Args& args)
     out["EvilMuhurthas"] = {{"Starts", evil}, {"Span", Clock(s.EvilMuhurthaLength)}};
     out["Chowgadiya"] = Parts(s.Chowgadiya);
     out["Hora"] = Parts(s.Horas);
-    Json msgs = Json::array();
-    for (const Message& m : messages.Messages()) msgs.push_back(m.text);
-    out["Messages"] = msgs;
+    out["Messages"] = MessagesJson(messages);
     std::cout << DumpJson(out);
     return 0;
 }

@@ -82,9 +82,7 @@ int CmdMuhurtha(const Args& args)
     out["BestMuhuIndex"] = e.BestMuhuIndex();
     out["LagnaStart"] = Lagna(*e.LagnaStartChart);
     out["LagnaEnd"] = Lagna(*e.LagnaEndChart);
-    Json msgs = Json::array();
-    for (const Message& m : messages.Messages()) msgs.push_back(m.text);
-    out["Messages"] = msgs;
+    out["Messages"] = MessagesJson(messages);
     std::cout << DumpJson(out);
     return 0;
 }

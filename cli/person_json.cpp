@@ -273,4 +273,11 @@ std::string DumpJson(const nlohmann::ordered_json& value)
     return out;
 }
 
+nlohmann::ordered_json MessagesJson(const HeadlessMessageSink& sink)
+{
+    nlohmann::ordered_json out = nlohmann::ordered_json::array();
+    for (const Message& m : sink.Messages()) out.push_back(m.text);
+    return out;
+}
+
 }  // namespace ranvel::cli

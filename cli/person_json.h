@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "ranvel/chart/person.h"
+#include "ranvel/platform/sinks.h"
 
 namespace ranvel::cli {
 
@@ -24,5 +25,8 @@ nlohmann::ordered_json ReadJsonFile(const std::string& path);
 // Writes JSON with every double in the shortest text that reads back to the
 // same value (std::to_chars), indented by two blanks.
 std::string DumpJson(const nlohmann::ordered_json& value);
+
+// The texts of the messages a run raised, in order.
+nlohmann::ordered_json MessagesJson(const HeadlessMessageSink& sink);
 
 }  // namespace ranvel::cli

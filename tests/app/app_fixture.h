@@ -143,4 +143,23 @@ protected:
     QueuedDialogs dialogs;
 };
 
+// A person born in India at a place of the requests (New Delhi unless
+// named), with the zone +05.30.
+inline RequestPerson Born(const char* name, int sex, const char* date, const char* time, int ampm,
+                          const char* city = "New Delhi", const char* lati = "028:36", const char* longi = "077:12")
+{
+    RequestPerson p;
+    p.Name = name;
+    p.Sex = sex;
+    p.BDate = date;
+    p.BTime = time;
+    p.AMPM = ampm;
+    p.Country = "India";
+    p.City = city;
+    p.Lati = lati;
+    p.Longi = longi;
+    p.GMT = "+05.30";
+    return p;
+}
+
 }  // namespace ranvel::test

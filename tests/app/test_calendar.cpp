@@ -27,23 +27,6 @@
 namespace ranvel::test {
 namespace {
 
-RequestPerson Born(const char* name, int sex, const char* date, const char* time, int ampm, const char* city,
-                   const char* lati, const char* longi)
-{
-    RequestPerson p;
-    p.Name = name;
-    p.Sex = sex;
-    p.BDate = date;
-    p.BTime = time;
-    p.AMPM = ampm;
-    p.Country = "India";
-    p.City = city;
-    p.Lati = lati;
-    p.Longi = longi;
-    p.GMT = "+05.30";
-    return p;
-}
-
 class CalendarWindow : public AppTest {
 protected:
     void SetUp() override

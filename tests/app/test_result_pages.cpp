@@ -34,23 +34,6 @@ RequestPlace Delhi()
     return p;
 }
 
-RequestPerson Born(const char* name, int sex, const char* date, const char* time, int ampm)
-{
-    RequestPerson p;
-    p.Name = name;
-    p.Sex = sex;
-    p.BDate = date;
-    p.BTime = time;
-    p.AMPM = ampm;
-    const RequestPlace d = Delhi();
-    p.Country = d.Country;
-    p.City = d.City;
-    p.Lati = d.Lati;
-    p.Longi = d.Longi;
-    p.GMT = d.GMT;
-    return p;
-}
-
 // A journey's moment, checked for one person.
 MuhurthaRequest JourneyMoment()
 {
