@@ -94,6 +94,7 @@ void clsPlanets::Calculate()
         if (skipped_.size() > kMostSkipped) ReplaySkippedRows();
     }
     pendingSun_.reset();
+    pendingMoon_.reset();
 
     // 1-2. Local clock to Greenwich, then the time correction; each step
     // wraps the hour once and moves the date with it.
@@ -280,15 +281,17 @@ void clsPlanets::ReadBodies()
     FillVargaTable();
 }
 
-double clsPlanets::PendingSun() const
+double clsPlanets::PendingSun() const { return PendingAlone(SE_SUN, pendingSun_); }
+
+double clsPlanets::PendingAlone(int body, std::optional<double>& kept) const
 {
-    if (!pendingSun_) {
+    if (!kept) {
         double xx[6] = {0, 0, 0, 0, 0, 0};
         char serr[256] = {0};
-        swe_calc(JulianDayAt(pending_.greenwich), SE_SUN, 0, xx, serr);
-        pendingSun_ = pending_.subtract ? Norm360(xx[0] - pending_.ayanamsha) : xx[0];
+        swe_calc(JulianDayAt(pending_.greenwich), body, 0, xx, serr);
+        kept = pending_.subtract ? Norm360(xx[0] - pending_.ayanamsha) : xx[0];
     }
-    return *pendingSun_;
+    return *kept;
 }
 
 void clsPlanets::RowsOf(const PendingBodies& m)
@@ -487,6 +490,12 @@ double clsPlanets::PlanetLongi(int p) const
         EnsureBodies();
     }
     return lysPlnt_[static_cast<std::size_t>(p)];
+}
+
+double clsPlanets::LightLongi(int p) const
+{
+    if (bodiesPending_ && p == 7) return PendingAlone(SE_MOON, pendingMoon_);
+    return PlanetLongi(p);
 }
 
 void clsPlanets::PlanetLongi(int p, double value)

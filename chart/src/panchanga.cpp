@@ -46,9 +46,7 @@ void clsPlanets::ComputeMoonNumbers()
     const double S = lysPlnt_[1];
     const double M = lysPlnt_[7];
 
-    double x = (M - S) / 12.0;
-    if (x < 0) x += 30.0;
-    tithi_ = Whole(vb::Int(x) + 1);
+    tithi_ = TithiOf(S, M);
 
     // The quarter bounds are the old truncated decimals. A distance above
     // 13.3333333 matches none of them and stays in the field as it is: the
@@ -61,12 +59,24 @@ void clsPlanets::ComputeMoonNumbers()
     else if (r >= 6.6666667 && r <= 10) pada_ = 3;
     else if (r >= 10 && r <= 13.3333333) pada_ = 4;
 
-    int y = Whole(vb::Int((S + M) * 3.0 / 40.0) + 1);
-    if (y > 27) y -= 27;  // once: a sum of exactly 720 leaves 28
-    yoga_ = y;
+    yoga_ = YogaOf(S, M);
 
     nakIndex_ = Whole(vb::Int(M * 3.0 / 40.0));
     moonSignIndex_ = Whole(vb::Int(M / 30.0));
+}
+
+int clsPlanets::TithiOf(double sun, double moon)
+{
+    double x = (moon - sun) / 12.0;
+    if (x < 0) x += 30.0;
+    return Whole(vb::Int(x) + 1);
+}
+
+int clsPlanets::YogaOf(double sun, double moon)
+{
+    int y = Whole(vb::Int((sun + moon) * 3.0 / 40.0) + 1);
+    if (y > 27) y -= 27;  // once: a sum of exactly 720 leaves 28
+    return y;
 }
 
 // ---------------------------------------------------------------------------
@@ -180,7 +190,13 @@ int clsPlanets::KaranNumber() const
 
 int clsPlanets::KaranNum() const
 {
-    const double x = Norm360(PlanetLongi(7) - PlanetLongi(1));
+    const double moon = PlanetLongi(7);
+    return KaranNumOf(PlanetLongi(1), moon);
+}
+
+int clsPlanets::KaranNumOf(double sun, double moon)
+{
+    const double x = Norm360(moon - sun);
     if (x <= 6) return 11;
     if (x < 342) return Whole(vb::Int(Norm7((x - 6.0) / 6.0)) + 1);
     if (x < 348) return 8;

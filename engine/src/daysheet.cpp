@@ -81,22 +81,23 @@ public:
     {
         auto it = probes_.find(minute);
         if (it != probes_.end()) return it->second;
-        // One chart serves every probe: the limbs are read afresh at each
-        // Calculate.
+        // One chart serves the probes, the limbs read afresh at each
+        // Calculate from the Sun and the Moon alone. A chart left unread owes
+        // its divisional rows, worked out in a batch after some dozens; this
+        // chart's rows are never asked for, so a new one takes over first.
         const DateTime moment = MomentOf(minute);
-        if (!work_) {
+        if (!work_ || ++uses_ % 60 == 0) {
             work_ = ChartAt(moment);
         } else {
             SetMoment(work_->clsPerson(), moment);
             work_->Calculate();
         }
-        clsPlanets& c = *work_;
+        const double S = work_->LightLongi(1);
+        const double M = work_->LightLongi(7);
         Probe p;
-        const double S = c.PlanetLongi(1);
-        const double M = c.PlanetLongi(7);
         for (Limb which : {Limb::Tithi, Limb::Nakshatra, Limb::Yoga, Limb::Karana}) {
             const auto i = static_cast<std::size_t>(which);
-            p.numbers[i] = LimbNumberOf(c, which);
+            p.numbers[i] = LimbNumberOf(which, S, M);
             switch (which) {
             case Limb::Tithi:
             case Limb::Karana: p.arcs[i] = Norm360(M - S); break;
@@ -127,6 +128,7 @@ private:
     DateTime midnight_;
     std::map<long, Probe> probes_;
     std::unique_ptr<clsPlanets> work_;
+    long uses_ = 0;
     std::array<double, 4> rates_{ArcOf(Limb::Tithi).rate, ArcOf(Limb::Nakshatra).rate, ArcOf(Limb::Yoga).rate,
                                  ArcOf(Limb::Karana).rate};
 };
@@ -239,6 +241,17 @@ std::string ClockText(double hhmm)
     char buffer[16];
     std::snprintf(buffer, sizeof buffer, "%02d:%02d", m / 60, m % 60);
     return buffer;
+}
+
+int LimbNumberOf(Limb Which, double Sun, double Moon)
+{
+    switch (Which) {
+    case Limb::Tithi: return clsPlanets::TithiOf(Sun, Moon);
+    case Limb::Nakshatra: return clsPlanets::NakshatraNum(Moon);
+    case Limb::Yoga: return clsPlanets::YogaOf(Sun, Moon);
+    case Limb::Karana: return clsPlanets::KaranNumOf(Sun, Moon);
+    }
+    return 0;
 }
 
 DaySheet BuildDaySheet(const clsPlanets& Place, const DateTime& Date)

@@ -108,7 +108,9 @@ TEST_F(Calendar, EachDayIsItsEarliestHighestMomentAndTheFirstRankedIsTheBestMuhu
         const CalendarDay& a = cal.Days[cal.Ranked[k - 1]];
         const CalendarDay& b = cal.Days[cal.Ranked[k]];
         ASSERT_GE(a.Percent, b.Percent);
-        if (a.Percent == b.Percent && a.Best.Score == b.Best.Score) ASSERT_LT(a.Day, b.Day);
+        if (a.Percent == b.Percent && a.Best.Score == b.Best.Score) {
+            ASSERT_LT(a.Day, b.Day);
+        }
     }
     // Building the calendar leaves the best Muhurtha as it was.
     EXPECT_EQ(e->BestMuhuDate(), first.Best.Date);
@@ -162,7 +164,9 @@ TEST_F(Calendar, ScoresBelowZeroShowAsZeroAndTheBestStillLeads)
     const MuhurthaCalendar cal = BuildCalendar(*e);
     for (const CalendarDay& d : cal.Days) {
         EXPECT_GE(d.Score, 0);
-        if (d.Best.Score < 0) EXPECT_EQ(d.Percent, 0);
+        if (d.Best.Score < 0) {
+            EXPECT_EQ(d.Percent, 0);
+        }
     }
     EXPECT_TRUE(cal.Days[cal.Ranked.front()].EngineBest);
     EXPECT_EQ(cal.Days[cal.Ranked.front()].Best.Date, e->BestMuhuDate());

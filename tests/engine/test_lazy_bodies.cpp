@@ -105,6 +105,36 @@ TEST_F(LazyBodies, ChartsSunTimesAndSearchesAnswerAlikeUnderEveryAyanamsha)
     }
 }
 
+// The Sun and the Moon read alone, as the day sheet's searches read them,
+// and the limb numbers made of them, are those of the chart read whole.
+TEST_F(LazyBodies, TheLightsReadAloneGiveTheWholeChartsNumbers)
+{
+    std::mt19937 random(20261125);
+    std::uniform_int_distribution<int> day(1, 28), month(1, 12), year(1900, 2090), hour(0, 23), minute(0, 59);
+    store.Set("Init", "CustAyan", "23.51");
+    for (int ayan = 1; ayan <= 15; ++ayan) {
+        store.Set("Init", "AyanType", std::to_string(ayan));
+        for (int sample = 0; sample < 4; ++sample) {
+            clsPlanets alone, whole;
+            AtDelhi(alone.clsPerson(), day(random), month(random), year(random), hour(random), minute(random));
+            alone.CopySettingTo(whole);
+            alone.Calculate();
+            whole.Calculate();
+            (void)whole.PlanetLongi(2);  // every body read at once
+            const double S = alone.LightLongi(1), M = alone.LightLongi(7);
+            ASSERT_EQ(Bits(S), Bits(whole.PlanetLongi(1))) << ayan;
+            ASSERT_EQ(Bits(M), Bits(whole.PlanetLongi(7))) << ayan;
+            EXPECT_EQ(clsPlanets::TithiOf(S, M), whole.Tithi());
+            EXPECT_EQ(clsPlanets::NakshatraNum(M), whole.Nakshatra());
+            EXPECT_EQ(clsPlanets::YogaOf(S, M), whole.YogaNumber());
+            EXPECT_EQ(clsPlanets::KaranNumOf(S, M), whole.KaranNum());
+            // Reading the rest afterwards leaves the lights as they were read.
+            EXPECT_EQ(Bits(alone.PlanetLongi(7)), Bits(M));
+            EXPECT_EQ(Everything(alone), Everything(whole));
+        }
+    }
+}
+
 // A chart calculated over and over with nothing read in between, then
 // read: its divisional rows carry over what the unread calculations left.
 TEST_F(LazyBodies, UnreadCalculationsLeaveTheRowsTheyWouldHave)

@@ -50,6 +50,10 @@ public:
     double PlanetLongi(int p) const;
     void PlanetLongi(int p, double value);
     double LysPlnt(int p) const { return PlanetLongi(p); }
+    // The Sun (1) or the Moon (7) alone, the other bodies left waiting: a
+    // time search on the two lights reads nothing else. The value is the
+    // one PlanetLongi gives.
+    double LightLongi(int p) const;
     void LysPlnt(int p, double value) { PlanetLongi(p, value); }
     double BhavMid(int i) const;
     double BhavBegin(int i) const;
@@ -115,6 +119,10 @@ public:
     static int GetTithiType(int t);
     int Nakshatra() const;
     static int NakshatraNum(double lon);
+    // The numbers Calculate leaves for a Sun and a Moon.
+    static int TithiOf(double sun, double moon);
+    static int YogaOf(double sun, double moon);
+    static int KaranNumOf(double sun, double moon);
     int NakOf(int p) const;
     double NakPada() const
     {
@@ -345,8 +353,9 @@ private:
     // the tables made of them.
     void EnsureBodies() const;
     void ReadBodies();
-    // The Sun of the pending calculation alone.
+    // The Sun or the Moon of the pending calculation alone.
     double PendingSun() const;
+    double PendingAlone(int body, std::optional<double>& kept) const;
     // The twelve bodies at a moment, in the ephemeris's order, into the
     // planet table's entries from base.
     static void ReadBodiesAt(double J, std::size_t base, int rahuKetuMode, std::array<double, 27>& table);
@@ -391,7 +400,7 @@ private:
     mutable std::array<double, 10> ascmc_{};  // swe_houses second output, read by nothing
     mutable bool bodiesPending_ = false;
     mutable PendingBodies pending_;
-    mutable std::optional<double> pendingSun_;
+    mutable std::optional<double> pendingSun_, pendingMoon_;
     // Calculations whose bodies were never read, since the divisional row
     // was last known, and the row then.
     mutable std::vector<PendingBodies> skipped_;

@@ -59,6 +59,8 @@ struct DaySheet {
 // The number a chart shows for a limb: Tithi, Nakshatra, YogaNumber, and
 // the karana of the naming rule (KaranNum).
 int LimbNumberOf(clsPlanets& Chart, Limb Which);
+// The same number from a Sun and a Moon, by the chart's own rules.
+int LimbNumberOf(Limb Which, double Sun, double Moon);
 
 // The sheet of a date at the place of a chart (its record's place and zone;
 // its clock is not read). The chart's text database gives the names.
