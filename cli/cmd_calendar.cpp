@@ -39,26 +39,6 @@ int WholeNumber(const Args& args, const std::string& name, int fallback)
     return static_cast<int>(std::clamp<long long>(*n, -1000000, 1000000));
 }
 
-// A target the command will write: its folder must be there and writable,
-// and the target itself must not be a folder. Checked before the search.
-void CheckTarget(const Args& args, const std::string& name)
-{
-    if (!args.Has(name)) return;
-    const std::string path = args.Value(name);
-    if (path.empty()) throw std::invalid_argument("--" + name + " needs a file name");
-    std::error_code ec;
-    const fs::path target(path);
-    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-    if (fs::is_directory(target, ec))
-        throw std::invalid_argument("--" + name + ": cannot write '" + path + "': it is a folder");
-    if (!fs::is_directory(folder, ec))
-        throw std::invalid_argument("--" + name + ": cannot write '" + path + "': the folder '" + folder.string() +
-                                    "' does not exist");
-    if (::access(folder.c_str(), W_OK) != 0)
-        throw std::invalid_argument("--" + name + ": cannot write '" + path + "': the folder '" + folder.string() +
-                                    "' is not writable");
-}
-
 // The moment the file is written, in UTC; SOURCE_DATE_EPOCH (seconds since
 // 1970) makes it fixed for files that must come out the same at every run.
 DateTime StampUtc()

@@ -5,8 +5,10 @@
 
 #include "chart_input.h"
 #include "commands.h"
+#include "input_check.h"
 #include "person_json.h"
 #include "request_file.h"
+#include "ranvel/app/pagerender.h"
 #include "ranvel/data/datafiles.h"
 #include "ranvel/engine/daysheet.h"
 #include "ranvel/engine/request.h"
@@ -51,16 +53,27 @@ RequestPlace ReadPlaceOf(const Args& args)
     } else if (!options) {
         throw std::invalid_argument("day needs a place: --place-file FILE, or --lati, --longi, --ns, --ew and --gmt");
     }
-    RequestPlace p = ReadPlace(place, args.Has("place-file") ? "the place file" : "the place");
-    if (p.Lati == "000:00" && p.Longi == "000:00")
-        throw std::invalid_argument("the place is blank: its 'Lati' and 'Longi' are both 000:00; give the place's "
-                                    "latitude and longitude");
+    RequestPlace p;
+    try {
+        p = ReadPlace(place, args.Has("place-file") ? "the place file" : "the place");
+    } catch (const std::invalid_argument& e) {
+        if (args.Has("place-file")) throw;
+        // The fields came from the options: the message names those.
+        std::string why = e.what();
+        for (const auto& o : kOptions)
+            for (std::size_t at; (at = why.find(std::string("request field '") + o[1] + "'")) != std::string::npos;)
+                why.replace(at, std::string("request field '").size() + std::string(o[1]).size() + 1,
+                            std::string("option --") + o[0]);
+        throw std::invalid_argument(why);
+    }
+    const std::string refusal = DayPlaceRefusal(p);
+    if (!refusal.empty()) throw std::invalid_argument(refusal);
     return p;
 }
 
 Json Clock(double hhmm)
 {
-    return {{"Time", vb::Format(hhmm, "00.00")}, {"Minutes", ClockMinutes(hhmm)}};
+    return {{"Time", DivisionText(hhmm)}, {"Minutes", ClockMinutes(hhmm)}};
 }
 
 // A moment of the sheet as the place's clock reads it, and as minutes from
@@ -102,9 +115,6 @@ std::string LimbLines(const char* title, const std::vector<LimbSpan>& spans)
     return out;
 }
 
-// A division's HH.MM reading as the chart reckons it.
-std::string Reading(double hhmm) { return vb::Format(hhmm, "00.00"); }
-
 std::string Table(const DaySheet& s)
 {
     std::string out = "Day sheet of " + s.Date.ToDayFirstText() + " (" + s.DayName + ")";
@@ -112,24 +122,25 @@ std::string Table(const DaySheet& s)
     out += "\n";
     out += "Sunrise " + ClockText(s.Sunrise) + ", sunset " + ClockText(s.Sunset) + ", next sunrise " +
            ClockText(s.NextSunrise) + "\n";
-    out += "(sunrise is the rising of the Sun's point of the ecliptic, without refraction)\n";
+    out += SunriseRule() + "\n";
+    if (!SunriseRuleOfPlace(s).empty()) out += SunriseRuleOfPlace(s) + "\n";
     out += "Lunar month: " + s.LunarMonthName + "\n\n";
     out += LimbLines("Tithi", s.Tithis) + LimbLines("Nakshatra", s.Nakshatras) + LimbLines("Yoga", s.Yogas) +
            LimbLines("Karana", s.Karanas) + "\n";
     out += "The divisions below are the chart's HH.MM readings, reckoned as plain numbers.\n";
-    out += "Rahu Kaal from " + Reading(s.RahuKaalStart) + " for " + Reading(s.RahuKaalSpan) + "\n";
+    out += "Rahu Kaal from " + DivisionText(s.RahuKaalStart) + " for " + DivisionText(s.RahuKaalSpan) + "\n";
     out += "Evil Muhurthas from";
-    for (double e : s.EvilMuhurthaStart) out += " " + Reading(e);
-    out += ", each for " + Reading(s.EvilMuhurthaLength) + "\n\nChowgadiya:\n";
+    for (double e : s.EvilMuhurthaStart) out += " " + DivisionText(e);
+    out += ", each for " + DivisionText(s.EvilMuhurthaLength) + "\n\nChowgadiya:\n";
     for (const DayPart& p : s.Chowgadiya) {
         char line[96];
-        std::snprintf(line, sizeof line, "  %2d  %-8s from %s\n", p.Number, p.Name.c_str(), Reading(p.Start).c_str());
+        std::snprintf(line, sizeof line, "  %2d  %-8s from %s\n", p.Number, p.Name.c_str(), DivisionText(p.Start).c_str());
         out += line;
     }
     out += "\nHora:\n";
     for (const DayPart& p : s.Horas) {
         char line[96];
-        std::snprintf(line, sizeof line, "  %2d  %-8s from %s\n", p.Number, p.Name.c_str(), Reading(p.Start).c_str());
+        std::snprintf(line, sizeof line, "  %2d  %-8s from %s\n", p.Number, p.Name.c_str(), DivisionText(p.Start).c_str());
         out += line;
     }
     return out;
@@ -139,11 +150,11 @@ std::string Table(const DaySheet& s)
 
 int CmdDay(const Args& args)
 {
-    args.Allow({"date", "place-file", "country", "city", "lati", "longi", "ns", "ew", "gmt", "json"});
+    args.Allow({"date", "place-file", "country", "city", "lati", "longi", "ns", "ew", "gmt", "json", "pdf"});
     if (!args.Has("date")) throw std::invalid_argument("day needs --date dd/MM/yyyy");
     const DateTime date = ReadDate(args.Value("date"));
-    MuhurthaRequest r;
-    r.Place = ReadPlaceOf(args);
+    const RequestPlace place = ReadPlaceOf(args);
+    CheckTarget(args, "pdf");
 
     HeadlessMessageSink messages(args.Flag("json"));
     SetMessageSink(&messages);
@@ -153,12 +164,11 @@ int CmdDay(const Args& args)
     OpenAppData();
     // The place's chart is built as a request builds it (its zone's minutes
     // as hundredths), with the language's texts.
-    r.MomentDate = date.ToDayFirstText();
-    r.MomentTime = "12.00";
-    r.MomentAMPM = 2;
-    r.BuildMomentChart();
-    r.MomentChart->setTextDB(TextDB(), RecosDB());
-    const DaySheet s = BuildDaySheet(*r.MomentChart, date);
+    const DaySheet s = DaySheetOfPlace(place, date, TextDB(), RecosDB());
+    if (args.Has("pdf")) {
+        std::string error;
+        if (!RenderDaySheetPdf(s, args.Value("pdf"), error)) throw std::runtime_error(error);
+    }
 
     if (!args.Flag("json")) {
         std::cout << Table(s);

@@ -1,7 +1,10 @@
 #include "input_check.h"
 
+#include <unistd.h>
+
 #include <charconv>
 #include <cmath>
+#include <filesystem>
 
 namespace ranvel::cli {
 
@@ -135,6 +138,26 @@ bool FormZone(std::string_view text)
 std::string DateRule()
 {
     return "a real date (dd/MM/yyyy) from " + std::to_string(kFirstYear) + " to " + std::to_string(kLastYear);
+}
+
+// A target the command will write: its folder must be there and writable,
+// and the target itself must not be a folder. Checked before the search.
+void CheckTarget(const Args& args, const std::string& name)
+{
+    if (!args.Has(name)) return;
+    const std::string path = args.Value(name);
+    if (path.empty()) throw std::invalid_argument("--" + name + " needs a file name");
+    std::error_code ec;
+    const std::filesystem::path target(path);
+    const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
+    if (std::filesystem::is_directory(target, ec))
+        throw std::invalid_argument("--" + name + ": cannot write '" + path + "': it is a folder");
+    if (!std::filesystem::is_directory(folder, ec))
+        throw std::invalid_argument("--" + name + ": cannot write '" + path + "': the folder '" + folder.string() +
+                                    "' does not exist");
+    if (::access(folder.c_str(), W_OK) != 0)
+        throw std::invalid_argument("--" + name + ": cannot write '" + path + "': the folder '" + folder.string() +
+                                    "' is not writable");
 }
 
 }  // namespace ranvel::cli

@@ -13,6 +13,7 @@
 #include <nlohmann/json.hpp>
 
 #include "ranvel/platform/datetime.h"
+#include "commands.h"
 
 namespace ranvel::cli {
 
@@ -69,5 +70,10 @@ bool FormZone(std::string_view text);
 // How a refusal words the date rule: "a real date (dd/MM/yyyy) from 1900
 // to 2099".
 std::string DateRule();
+
+// A file an option names for the command to write (--pdf, --ics, ...): its
+// folder must be there and writable, and the file itself not a folder.
+// Checked before any work, so a refusal leaves nothing half-done.
+void CheckTarget(const Args& args, const std::string& name);
 
 }  // namespace ranvel::cli

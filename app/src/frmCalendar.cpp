@@ -337,12 +337,18 @@ frmCalendar::frmCalendar(std::shared_ptr<const MuhurthaCalendar> calendar, QWidg
     cmdShowDayPages_->setToolTip("The result pages, printing, PDF and mail for the chosen day's best moment; "
                                  "View, Muhurtha Calendar brings the calendar back");
 
+    cmdDaySheet_ = Command("cmdDaySheet", "Day s&heet");
+    cmdDaySheet_->setToolTip("The chosen day's panchanga and divisions at the request's place");
+    auto* dayCommands = new QHBoxLayout;
+    dayCommands->addWidget(cmdShowDayPages_, 1);
+    dayCommands->addWidget(cmdDaySheet_);
+
     auto* right = new QVBoxLayout;
     right->addLayout(filters);
     right->addWidget(lvwRanked_, 3);
     right->addWidget(detailLabel);
     right->addWidget(txtDayDetail_, 4);
-    right->addWidget(cmdShowDayPages_);
+    right->addLayout(dayCommands);
     auto* side = new QWidget;
     side->setObjectName("framSide");
     side->setLayout(right);
@@ -358,7 +364,8 @@ frmCalendar::frmCalendar(std::shared_ptr<const MuhurthaCalendar> calendar, QWidg
 
     // The keys go from the grid to the list's choices, the list, the
     // detail and the day's command, then the exports.
-    QWidget* order[] = {grid_, spnTop_, cmbMinBand_, lvwRanked_, txtDayDetail_, cmdShowDayPages_, ics, png, pdf, close};
+    QWidget* order[] = {grid_, spnTop_, cmbMinBand_, lvwRanked_, txtDayDetail_, cmdShowDayPages_, cmdDaySheet_,
+                        ics,    png,     pdf,         close};
     for (std::size_t i = 1; i < std::size(order); ++i) setTabOrder(order[i - 1], order[i]);
 
     // The window fits a 1024 x 768 screen with its frame.
@@ -379,6 +386,7 @@ frmCalendar::frmCalendar(std::shared_ptr<const MuhurthaCalendar> calendar, QWidg
     connect(spnTop_, &QSpinBox::valueChanged, this, &frmCalendar::FillList);
     connect(cmbMinBand_, &QComboBox::currentIndexChanged, this, &frmCalendar::FillList);
     connect(cmdShowDayPages_, &QPushButton::clicked, this, [this] { ShowDayPages(); });
+    connect(cmdDaySheet_, &QPushButton::clicked, this, [this] { ShowDaySheet(); });
     connect(ics, &QPushButton::clicked, this, [this] { ExportIcs(); });
     connect(png, &QPushButton::clicked, this, [this] { ExportPng(); });
     connect(pdf, &QPushButton::clicked, this, [this] { ExportPdf(); });
@@ -478,6 +486,7 @@ void frmCalendar::ShowDetail()
 {
     const CalendarDay* d = SelectedDay();
     cmdShowDayPages_->setEnabled(d && d->Tested);
+    cmdDaySheet_->setEnabled(d != nullptr);
     if (!d) {
         txtDayDetail_->setHtml("<p>Choose a day in the grid or the list.</p>");
         return;
@@ -544,6 +553,11 @@ void frmCalendar::ShowDayPages()
         PickCalendarDay(Engine(), *d);
         emit DayPicked();
     });
+}
+
+void frmCalendar::ShowDaySheet()
+{
+    if (const CalendarDay* d = SelectedDay()) emit DaySheetWanted(d->Day);
 }
 
 namespace {

@@ -25,6 +25,7 @@
 #include "ranvel/app/formkit.h"
 #include "ranvel/app/frmAbout.h"
 #include "ranvel/app/frmCalendar.h"
+#include "ranvel/app/frmDaySheet.h"
 #include "ranvel/app/frmCalcOptions.h"
 #include "ranvel/app/frmColorEnv.h"
 #include "ranvel/app/frmEditLongLat.h"
@@ -35,8 +36,10 @@
 #include "ranvel/app/frmMuhuTxt.h"
 #include "ranvel/app/frmWizard.h"
 #include "ranvel/engine/calendar.h"
+#include "ranvel/engine/daysheet.h"
 #include "ranvel/engine/request.h"
 #include "ranvel/engine/request_state.h"
+#include "ranvel/data/datafiles.h"
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/gui/dialogs.h"
 #include "ranvel/platform/gui/qstr.h"
@@ -130,6 +133,7 @@ mdiMother::mdiMother(QWidget* parent) : QMainWindow(parent)
         const bool calendarShown = calendarWindow_ && calendarWindow_->isVisible();
         DropCalendar();
         rangeResult_ = entry_->Request().SearchMode == 1;
+        generatedPlace_ = entry_->Request().Place;
         show();
         OpenResultPages();
         RestoreResultView();
@@ -278,6 +282,8 @@ void mdiMother::BuildMenus()
     toggle("mnuViewTopicList", "&Topic List", [this] { ToggleSideList(); });
     view->addSeparator();
     item(view, "mnuViewCalendar", "Muhurtha &Calendar...", [this] { OpenCalendar(); })->setIcon(Icon("calendar"));
+    item(view, "mnuViewDaySheet", "&Day Sheet...", [this] { OpenDaySheet(); })
+        ->setToolTip("The panchanga and the divisions of the day of the request's date and place");
     // The calendar's item tells why it stands disabled.
     view->setToolTipsVisible(true);
 
@@ -480,6 +486,7 @@ void mdiMother::OpenCalendar()
     if (!calendarWindow_) {
         calendarWindow_ = new frmCalendar(calendar_, this);
         connect(calendarWindow_, &frmCalendar::DayPicked, this, &mdiMother::ShowCover);
+        connect(calendarWindow_, &frmCalendar::DaySheetWanted, this, &mdiMother::OpenDaySheetOf);
     }
     calendarWindow_->show();
     calendarWindow_->raise();
@@ -487,6 +494,45 @@ void mdiMother::OpenCalendar()
 }
 
 frmCalendar* mdiMother::CalendarWindow() const { return calendarWindow_; }
+
+void mdiMother::OpenDaySheet()
+{
+    ui::RunCommand([this] {
+        entry_->GatherRequest();
+        const MuhurthaRequest& r = entry_->Request();
+        const std::string date = r.SearchMode == 2 ? r.MomentDate : r.FromDate;
+        ShowDaySheet(r.Place, DateTime::ParseDayFirst(date));
+    });
+}
+
+void mdiMother::OpenDaySheetOf(const DateTime& day)
+{
+    ui::RunCommand([&] { ShowDaySheet(generatedPlace_, day); });
+}
+
+void mdiMother::ShowDaySheet(const RequestPlace& place, const DateTime& day)
+{
+    const std::string refusal = DayPlaceRefusal(place);
+    if (!refusal.empty()) {
+        MsgBox(refusal, MsgButtons::OK, "Day Sheet", MsgIcon::Exclamation);
+        return;
+    }
+    DaySheet sheet;
+    {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        struct Restore {
+            ~Restore() { QApplication::restoreOverrideCursor(); }
+        } restore;
+        sheet = DaySheetOfPlace(place, day, TextDB(), RecosDB());
+    }
+    if (!daySheetWindow_) daySheetWindow_ = new frmDaySheet(this);
+    daySheetWindow_->ShowSheet(sheet);
+    daySheetWindow_->show();
+    daySheetWindow_->raise();
+    daySheetWindow_->activateWindow();
+}
+
+frmDaySheet* mdiMother::DaySheetWindow() const { return daySheetWindow_; }
 
 void mdiMother::DropCalendar()
 {

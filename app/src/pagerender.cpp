@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPixmap>
 
+#include "ranvel/app/frmDaySheet.h"
 #include "ranvel/app/frmMuhuCover.h"
 #include "ranvel/app/frmMuhuTxt.h"
 #include "ranvel/app/startup.h"
@@ -70,11 +71,12 @@ private:
 
 }  // namespace
 
-bool RenderReportPdf(const std::string& path, std::string& error)
+namespace {
+
+// The topics through the exporter into the file; the file is put in its
+// place only when the whole of it was written.
+bool ExportTopics(ReportTopics& topics, const std::string& path, std::string& error)
 {
-    EnsureOffscreenApplication();
-    LoadActiveColors();
-    OffscreenTopics topics;
     PdfBox box;
     clsPDFExporter exporter(box);
     exporter.filename(path);
@@ -93,6 +95,41 @@ bool RenderReportPdf(const std::string& path, std::string& error)
         return false;
     }
     return true;
+}
+
+// One page form as the whole report.
+class OnePage : public ReportTopics {
+public:
+    explicit OnePage(QWidget* page) : page_(page) {}
+    int TopicCount() override { return 1; }
+    QWidget* ShowTopic(int) override { return page_; }
+
+private:
+    QWidget* page_;
+};
+
+}  // namespace
+
+bool RenderReportPdf(const std::string& path, std::string& error)
+{
+    EnsureOffscreenApplication();
+    LoadActiveColors();
+    OffscreenTopics topics;
+    return ExportTopics(topics, path, error);
+}
+
+bool ExportPagePdf(QWidget* page, const std::string& path, std::string& error)
+{
+    OnePage topics(page);
+    return ExportTopics(topics, path, error);
+}
+
+bool RenderDaySheetPdf(const DaySheet& sheet, const std::string& path, std::string& error)
+{
+    EnsureOffscreenApplication();
+    LoadActiveColors();
+    frmDayPage page(sheet);
+    return ExportPagePdf(&page, path, error);
 }
 
 }  // namespace ranvel

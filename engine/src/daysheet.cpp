@@ -260,6 +260,7 @@ DaySheet BuildDaySheet(const clsPlanets& Place, const DateTime& Date)
     DaySheet s;
     s.Date = Date.DateOnly();
     s.Place = place.clsPerson().PLOB();
+    s.WestOrSouth = vb::UCase(place.clsPerson().TextEW()) == "W" || vb::UCase(place.clsPerson().TextNS()) == "S";
     DayCharts charts(place, s.Date);
 
     // The chart of the day stands at its sunrise, so that sunset is the one
@@ -322,5 +323,54 @@ DaySheet BuildDaySheet(const clsPlanets& Place, const DateTime& Date)
     }
     return s;
 }
+
+DaySheet DaySheetOfPlace(const RequestPlace& Place, const DateTime& Date, std::shared_ptr<Database> TextDB,
+                         std::shared_ptr<Database> RecosDB)
+{
+    MuhurthaRequest r;
+    r.Place = Place;
+    r.MomentDate = Date.ToDayFirstText();
+    r.MomentTime = "12.00";
+    r.MomentAMPM = 2;
+    r.BuildMomentChart();
+    r.MomentChart->setTextDB(std::move(TextDB), std::move(RecosDB));
+    return BuildDaySheet(*r.MomentChart, Date);
+}
+
+std::string DayPlaceRefusal(const RequestPlace& Place)
+{
+    auto degrees = [](const std::string& text, int most, int& minutes) {
+        int d = 0, m = 0;
+        char tail = 0;
+        if (text.size() != 6 || text[3] != ':' || std::sscanf(text.c_str(), "%3d:%2d%c", &d, &m, &tail) != 2 || d < 0 ||
+            m < 0 || m > 59 || d * 60 + m > most * 60)
+            return false;
+        minutes = d * 60 + m;
+        return true;
+    };
+    int lat = 0, lon = 0;
+    if (!degrees(Place.Lati, 90, lat))
+        return "Latitude '" + Place.Lati + "' is not a latitude DDD:MM of at most 090:00";
+    if (!degrees(Place.Longi, 180, lon))
+        return "Longitude '" + Place.Longi + "' is not a longitude DDD:MM of at most 180:00";
+    if (lat == 0 && lon == 0)
+        return "The place is blank: its Latitude and Longitude are both 000:00. Choose a city or give the place's "
+               "latitude and longitude";
+    return {};
+}
+
+std::string SunriseRule()
+{
+    return "Sunrise is the rising of the Sun's point of the ecliptic, without refraction; sunset the setting of "
+           "that point.";
+}
+
+std::string SunriseRuleOfPlace(const DaySheet& Sheet)
+{
+    if (!Sheet.WestOrSouth) return {};
+    return "At a place west or south, the rising is searched as at the same degrees north and east.";
+}
+
+std::string DivisionText(double hhmm) { return vb::Format(hhmm, "00.00"); }
 
 }  // namespace ranvel

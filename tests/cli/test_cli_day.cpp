@@ -3,6 +3,11 @@
 // the place or date can't be is refused, naming it, with exit 2.
 #include "cli_run.h"
 
+#include <algorithm>
+#include <filesystem>
+
+#include "support/pdftext.h"
+
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -59,8 +64,8 @@ TEST(DayCommand, ImpossibleDatesAndPlacesAreRefusedNamingThem)
     const std::vector<Case> cases = {
         {{"--date", "31/02/2024"}, "--date"},
         {{"--date", "2024-05-17"}, "--date"},
-        {{"--date", "17/05/2024", "--lati", "095:00", "--longi", "077:12"}, "'Lati'"},
-        {{"--date", "17/05/2024", "--lati", "028:36", "--longi", "077:12", "--gmt", "+15.00"}, "'GMT'"},
+        {{"--date", "17/05/2024", "--lati", "095:00", "--longi", "077:12"}, "--lati"},
+        {{"--date", "17/05/2024", "--lati", "028:36", "--longi", "077:12", "--gmt", "+15.00"}, "--gmt"},
         {{"--date", "17/05/2024", "--lati", "000:00", "--longi", "000:00"}, "blank"},
         {{"--date", "17/05/2024"}, "needs a place"},
     };
@@ -72,4 +77,29 @@ TEST(DayCommand, ImpossibleDatesAndPlacesAreRefusedNamingThem)
         EXPECT_NE(o.err.find(c.names), std::string::npos) << o.err;
         EXPECT_TRUE(o.out.empty()) << o.out;
     }
+}
+
+TEST(DayCommand, PdfIsThePrintedPageOrNothingWhenItCantBeWritten)
+{
+    const std::filesystem::path dir = cli_run::Scratch("cli-day-pdf");
+    const std::string pdf = (dir / "sheet.pdf").string();
+    std::vector<std::string> args = {"--date", "17/05/2024", "--json", "--pdf", pdf};
+    args.insert(args.end(), kDelhi.begin(), kDelhi.end());
+    const Outcome o = Day(args);
+    ASSERT_EQ(o.code, 0) << o.err;
+    const Json j = Json::parse(o.out);
+    const std::vector<std::string> words = ranvel::test::PdfWordsOf(pdf);
+    auto has = [&](const std::string& w) { return std::find(words.begin(), words.end(), w) != words.end(); };
+    EXPECT_TRUE(has("Chowgadiya"));
+    EXPECT_TRUE(has(j["Sunrise"]["Time"].get<std::string>().replace(2, 1, ":")));
+    for (const Json& hora : j["Hora"]) EXPECT_TRUE(has(hora["Start"]["Time"].get<std::string>()));
+
+    // Into a folder that is not there: refused before any work, no file.
+    const std::string nowhere = (dir / "missing" / "sheet.pdf").string();
+    args[4] = nowhere;
+    const Outcome refused = Day(args);
+    EXPECT_EQ(refused.code, 2);
+    EXPECT_NE(refused.err.find("--pdf"), std::string::npos) << refused.err;
+    EXPECT_TRUE(refused.out.empty());
+    EXPECT_FALSE(std::filesystem::exists(nowhere));
 }

@@ -202,3 +202,26 @@ TEST_F(DaySheetTest, TithiLimitsLieOnTheMoonsDistanceFromTheSunAsSwetestGivesIt)
     }
     EXPECT_GT(checked, 0);
 }
+
+// A place the sheet can't be made for is told by the field that is wrong;
+// the limits themselves pass.
+TEST(DayPlace, RefusalsNameTheField)
+{
+    auto place = [](const char* lati, const char* longi) {
+        RequestPlace p;
+        p.Lati = lati;
+        p.Longi = longi;
+        return p;
+    };
+    struct Case {
+        const char *lati, *longi, *names;
+    };
+    for (const Case& c : {Case{"090:01", "077:12", "Latitude"}, Case{"028:60", "077:12", "Latitude"},
+                          Case{"28:36", "077:12", "Latitude"}, Case{"028:36", "180:01", "Longitude"},
+                          Case{"028:36", "", "Longitude"}, Case{"000:00", "000:00", "blank"}}) {
+        const std::string why = DayPlaceRefusal(place(c.lati, c.longi));
+        EXPECT_NE(why.find(c.names), std::string::npos) << c.lati << " " << c.longi << ": " << why;
+    }
+    for (const Case& c : {Case{"090:00", "180:00", ""}, Case{"000:00", "000:01", ""}})
+        EXPECT_EQ(DayPlaceRefusal(place(c.lati, c.longi)), "") << c.lati << " " << c.longi;
+}

@@ -18,6 +18,7 @@
 
 #include "ranvel/app/frmAbout.h"
 #include "ranvel/app/frmCalendar.h"
+#include "ranvel/app/frmDaySheet.h"
 #include "ranvel/app/frmCalcOptions.h"
 #include "ranvel/app/frmColorEnv.h"
 #include "ranvel/app/frmEditLongLat.h"
@@ -172,6 +173,13 @@ int main(int argc, char** argv)
             QApplication::sendEvent(calendar->Grid(), &press);
         }
         Shot(calendar, "calendar-2-day");
+        // That day's sheet, opened from the detail.
+        if (auto* sheet = calendar->findChild<QAbstractButton*>("cmdDaySheet")) sheet->click();
+        if (frmDaySheet* day = main->DaySheetWindow()) {
+            day->resize(900, 720);
+            Shot(day, "daysheet-1");
+            day->close();
+        }
         calendar->close();
     }
 

@@ -91,6 +91,8 @@ public:
     // Makes the chosen day the engine's best Muhurtha, then tells the main
     // window to show its pages.
     void ShowDayPages();
+    // Asks for the chosen day's sheet.
+    void ShowDaySheet();
     void ExportIcs();
     void ExportPng();
     void ExportPdf();
@@ -98,6 +100,8 @@ public:
 signals:
     // The engine's best Muhurtha is now the chosen day.
     void DayPicked();
+    // The sheet of a day is wanted.
+    void DaySheetWanted(const DateTime& day);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -117,6 +121,7 @@ private:
     QTreeWidget* lvwRanked_ = nullptr;
     QTextBrowser* txtDayDetail_ = nullptr;
     QPushButton* cmdShowDayPages_ = nullptr;
+    QPushButton* cmdDaySheet_ = nullptr;
     bool filling_ = false;
 };
 

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "ranvel/engine/request.h"
+
 class QAction;
 class QComboBox;
 class QMenu;
@@ -22,6 +24,7 @@ namespace ranvel {
 
 class BottomBar;
 class frmCalendar;
+class frmDaySheet;
 class frmLogin;
 struct MuhurthaCalendar;
 
@@ -88,6 +91,15 @@ public:
     // The calendar window when one is open, else nullptr.
     frmCalendar* CalendarWindow() const;
 
+    // ---- the day sheet ----
+    // The sheet of the date and place of the request form's second page
+    // (the moment's date, or the range's first day).
+    void OpenDaySheet();
+    // The sheet of a day at the place of the last generation.
+    void OpenDaySheetOf(const DateTime& day);
+    // The day sheet window when one was opened, else nullptr.
+    frmDaySheet* DaySheetWindow() const;
+
     QAction* Action(const QString& name) const;
 
 signals:
@@ -134,6 +146,12 @@ private:
     bool rangeResult_ = false;
     std::shared_ptr<const MuhurthaCalendar> calendar_;
     QPointer<frmCalendar> calendarWindow_;
+    // The place of the last generation, for the sheets of its days.
+    RequestPlace generatedPlace_;
+    QPointer<frmDaySheet> daySheetWindow_;
+    // Shows a place's sheet of a day in the one day sheet window; a place
+    // that can have none is told in a box.
+    void ShowDaySheet(const RequestPlace& place, const DateTime& day);
 };
 
 // The main window once it is loaded, else nullptr.

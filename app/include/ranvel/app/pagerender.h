@@ -4,7 +4,11 @@
 
 #include <string>
 
+class QWidget;
+
 namespace ranvel {
+
+struct DaySheet;
 
 // Makes the offscreen application object if the process has none, with the
 // program's fonts registered.
@@ -18,5 +22,11 @@ bool RenderCoverPng(const std::string& path, std::string& error);
 // desktop's export writes: both result pages, built offscreen, through the
 // same exporter. False, with the reason, when the file can't be written.
 bool RenderReportPdf(const std::string& path, std::string& error);
+
+// One page form (the day sheet's) as a PDF file through the same exporter.
+bool ExportPagePdf(QWidget* page, const std::string& path, std::string& error);
+
+// The sheet of a day as a PDF file, its page built offscreen.
+bool RenderDaySheetPdf(const DaySheet& sheet, const std::string& path, std::string& error);
 
 }  // namespace ranvel

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "ranvel/chart/planets.h"
+#include "ranvel/engine/request.h"
 
 namespace ranvel {
 
@@ -39,6 +40,9 @@ enum class Limb { Tithi, Nakshatra, Yoga, Karana };
 struct DaySheet {
     DateTime Date;
     std::string Place;
+    // The place lies west or south: its sunrise is searched as at the same
+    // degrees north and east, as every chart's sunrise is.
+    bool WestOrSouth = false;
     int WeekDay = 0;  // 1 Sunday to 7 Saturday
     std::string DayName;
     // HH.MM values as the chart gives them, and the same as moments.
@@ -65,6 +69,21 @@ int LimbNumberOf(Limb Which, double Sun, double Moon);
 // The sheet of a date at the place of a chart (its record's place and zone;
 // its clock is not read). The chart's text database gives the names.
 DaySheet BuildDaySheet(const clsPlanets& Place, const DateTime& Date);
+
+// The sheet of a date at a request's place, its chart built as a request
+// builds the place's chart, the names from the text database given.
+DaySheet DaySheetOfPlace(const RequestPlace& Place, const DateTime& Date, std::shared_ptr<Database> TextDB,
+                         std::shared_ptr<Database> RecosDB);
+// Why a place can have no sheet, naming the field ("Latitude", ...); empty
+// when it can. A place at 000:00, 000:00 is taken for a blank one.
+std::string DayPlaceRefusal(const RequestPlace& Place);
+
+// The lines a sheet carries on how its sunrise is found: the rule of every
+// sheet, and the one of a place west or south (empty elsewhere).
+std::string SunriseRule();
+std::string SunriseRuleOfPlace(const DaySheet& Sheet);
+// A division's HH.MM reading as the chart reckons it, "08.78" included.
+std::string DivisionText(double hhmm);
 
 // HH.MM value as "HH:MM", and as minutes of the day.
 std::string ClockText(double hhmm);
