@@ -162,6 +162,14 @@ try:
     def cover():
         return tuple(h.text_of(app.find("label", object_name=n)) for n in ("lblBMFrom", "lblBMTo", "lblBMScore"))
 
+    # The day sheet asked for before any place is chosen: the box says the
+    # place is blank, and the program goes on.
+    h.menu("View", "Day Sheet...")
+    refusal = h.wait_window(role="alert")
+    check("a blank place is refused", "blank" in " ".join(w.name for w in refusal.find_all("label")), True)
+    h.key("Return")
+    app.wait_window_gone(refusal)
+
     h.click(app.find("check box", name="Marriage"))
     h.select(app.find("tree", object_name="tvMuhuList"), "Marriage ceremony (Vivaha)")
     h.click(app.find("push button", object_name="CmdGenerate"))
@@ -222,6 +230,25 @@ try:
     h.click(app.find("push button", object_name="cmdShowDayPages"))
     check("the cover shows the calendar's day", cover(), shown)
     h.screenshot(os.path.join(shots, "calendar-day-cover.png"))
+
+    # Back to the calendar, and the chosen day's sheet: its sunrise is the
+    # one ranvel-cli gives for that day at New Delhi.
+    h.menu("View", "Muhurtha Calendar...")
+    app.wait_window(name="Muhurtha Calendar", timeout=60)
+    sheet_day = day_of(app.find(None, object_name="txtDayDetail"))
+    h.click(app.find("push button", object_name="cmdDaySheet"))
+    sheet = app.wait_window(name_re=r"^Day Sheet - ", timeout=60)
+    check("the sheet is the calendar's day", sheet_day.strftime("%d/%m/%Y") in sheet.name, True)
+    h.screenshot(os.path.join(shots, "day-sheet.png"))
+    import json
+    import subprocess
+    cli = subprocess.run([os.path.join(bin_dir, "ranvel-cli"), "--app-dir", app_dir, "day", "--date",
+                          sheet_day.strftime("%d/%m/%Y"), "--lati", "028:36", "--longi", "077:12", "--gmt", "+05.30",
+                          "--json"], capture_output=True, text=True, env=dict(os.environ, **env))
+    rise = json.loads(cli.stdout)["Sunrise"]["Time"].replace(".", ":") if cli.returncode == 0 else cli.stderr
+    check("the sheet's sunrise is the command's", h.text_of(sheet.find("label", object_name="lblSunriseVal")), rise)
+    h.click(sheet.find("push button", object_name="cmdClose"))
+    app.wait_window_gone(sheet)
 finally:
     check("running after the calendar", app.returncode, None)
     if app.returncode is not None:
