@@ -21,19 +21,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// A date as the form's date boxes take it: dd/MM/yyyy, a real day of 1900
-// to 2099.
-DateTime ReadDate(const std::string& text)
-{
-    int d = 0, m = 0, y = 0;
-    char tail = 0;
-    const bool shaped = text.size() == 10 && text[2] == '/' && text[5] == '/' &&
-                        std::sscanf(text.c_str(), "%2d/%2d/%4d%c", &d, &m, &y, &tail) == 3;
-    if (!shaped || y < 1900 || y > 2099 || !DateTime::IsValidDate(y, m, d))
-        throw std::invalid_argument("--date must be a real date dd/MM/yyyy from 1900 to 2099, not '" + text + "'");
-    return DateTime::FromParts(y, m, d);
-}
-
 // The place from --place-file, or from the place options.
 RequestPlace ReadPlaceOf(const Args& args)
 {
@@ -152,7 +139,7 @@ int CmdDay(const Args& args)
 {
     args.Allow({"date", "place-file", "country", "city", "lati", "longi", "ns", "ew", "gmt", "json", "pdf"});
     if (!args.Has("date")) throw std::invalid_argument("day needs --date dd/MM/yyyy");
-    const DateTime date = ReadDate(args.Value("date"));
+    const DateTime date = ReadDayDate("--date", args.Value("date"));
     const RequestPlace place = ReadPlaceOf(args);
     CheckTarget(args, "pdf");
 

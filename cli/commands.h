@@ -32,5 +32,6 @@ int CmdMuhurtha(const Args& args);
 int CmdCatalogue(const Args& args);
 int CmdCalendar(const Args& args);
 int CmdDay(const Args& args);
+int CmdZone(const Args& args);
 
 }  // namespace ranvel::cli

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <charconv>
+#include <cstdio>
 #include <cmath>
 #include <filesystem>
 
@@ -158,6 +159,18 @@ void CheckTarget(const Args& args, const std::string& name)
     if (::access(folder.c_str(), W_OK) != 0)
         throw std::invalid_argument("--" + name + ": cannot write '" + path + "': the folder '" + folder.string() +
                                     "' is not writable");
+}
+
+DateTime ReadDayDate(const std::string& option, const std::string& text)
+{
+    int d = 0, m = 0, y = 0;
+    char tail = 0;
+    const bool shaped = text.size() == 10 && text[2] == '/' && text[5] == '/' &&
+                        std::sscanf(text.c_str(), "%2d/%2d/%4d%c", &d, &m, &y, &tail) == 3;
+    if (!shaped || y < kFirstYear || y > kLastYear || !DateTime::IsValidDate(y, m, d))
+        throw std::invalid_argument(option + " must be a real date dd/MM/yyyy from " + std::to_string(kFirstYear) +
+                                    " to " + std::to_string(kLastYear) + ", not '" + text + "'");
+    return DateTime::FromParts(y, m, d);
 }
 
 }  // namespace ranvel::cli

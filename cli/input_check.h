@@ -76,4 +76,8 @@ std::string DateRule();
 // Checked before any work, so a refusal leaves nothing half-done.
 void CheckTarget(const Args& args, const std::string& name);
 
+// A date given to an option as the form's date boxes take it: dd/MM/yyyy,
+// a real day of 1900 to 2099. A refusal names the option.
+DateTime ReadDayDate(const std::string& option, const std::string& text);
+
 }  // namespace ranvel::cli

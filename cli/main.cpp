@@ -9,6 +9,7 @@
 
 #include "commands.h"
 #include "ranvel/platform/apppaths.h"
+#include "ranvel/platform/gui/systemzones.h"
 #include "ranvel/platform/vbmath.h"
 
 namespace {
@@ -44,6 +45,10 @@ const char* const kUsage =
     "      nakshatra, yoga and karana with its limits, the lunar month, Rahu\n"
     "      Kaal, the evil Muhurthas, Chowgadiya and Hora; --pdf writes it as\n"
     "      the desktop prints it\n"
+    "  zone --city NAME [--country NAME] --date dd/MM/yyyy --time HH.MM [--json]\n"
+    "      the zone of a city of the place store and the offset its clock kept\n"
+    "      at that local date and time (summer time, a skipped or repeated\n"
+    "      hour named)\n"
     "  catalogue [--category KEY] [--json]\n"
     "      the Muhurthas a request can name, by category\n"
     "  gochara --input FILE --planet P --target DEG --tolerance ARCMIN [--json]\n"
@@ -77,6 +82,7 @@ struct Command {
 int main(int argc, char** argv)
 {
     std::vector<std::string> args(argv + 1, argv + argc);
+    ranvel::UseSystemZones();
     try {
         if (args.size() >= 2 && args[0] == "--app-dir") {
             ranvel::SetAppDir(args[1]);
@@ -95,6 +101,7 @@ int main(int argc, char** argv)
             {"catalogue", {ranvel::cli::CmdCatalogue, {"json"}}},
             {"calendar", {ranvel::cli::CmdCalendar, {"json"}}},
             {"day", {ranvel::cli::CmdDay, {"json"}}},
+            {"zone", {ranvel::cli::CmdZone, {"json"}}},
         };
         auto it = commands.find(args[0]);
         if (it == commands.end()) {

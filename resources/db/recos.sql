@@ -47,7 +47,10 @@ CREATE TABLE City (
     NOSO    TEXT COLLATE NOCASE,
     Longy   TEXT COLLATE NOCASE,
     EaWe    TEXT COLLATE NOCASE,
-    GMTDIFF TEXT COLLATE NOCASE
+    GMTDIFF TEXT COLLATE NOCASE,
+    -- The city's zone in the time zone database, for the offset in force
+    -- at a date; the place fields take GMTDIFF.
+    Zone    TEXT COLLATE NOCASE
 );
 CREATE INDEX City_Country ON City (Country);
 

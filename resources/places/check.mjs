@@ -47,7 +47,7 @@ function load(name, header) {
 }
 
 const countries = load('countries.csv', 'Name,GMTDIF');
-const cities = load('cities.csv', 'City,Country,Lat,NOSO,Longy,EaWe,GMTDIFF');
+const cities = load('cities.csv', 'City,Country,Lat,NOSO,Longy,EaWe,GMTDIFF,Zone');
 
 const countryOffset = new Map();
 countries.forEach(([name, off], i) => {
@@ -69,6 +69,7 @@ cities.forEach((r, i) => {
   if (ns !== 'N' && ns !== 'S') fault(`${where}: NOSO "${ns}"`);
   if (ew !== 'E' && ew !== 'W') fault(`${where}: EaWe "${ew}"`);
   if (!OFFSET.test(off) || Number(off.slice(1, 3)) > 14) fault(`${where}: GMTDIFF "${off}"`);
+  if (!/^[A-Za-z_]+(\/[A-Za-z0-9_+-]+)+$/.test(r[7])) fault(`${where}: Zone "${r[7]}"`);
   const key = `${name}\u0000${country}`;
   if (city.has(key)) fault(`${where}: twice`);
   city.set(key, r);

@@ -27,6 +27,8 @@
 //   its cities lie in (ties: the zone name first in byte order). A country
 //   spanning several offsets that CAPITALS doesn't name is reported on
 //   stderr and falls back to the most common zone.
+// - A city row ends with its IANA zone name (Zone), as the data set gives
+//   it, so that the program can find the offset in force at any date.
 // - Both files: UTF-8, LF line ends, the field names on the first line,
 //   fields quoted only when they hold a comma, a double quote or a line
 //   break (quotes doubled inside). Countries are sorted by name, cities by
@@ -192,12 +194,13 @@ function main(argv) {
     formatAngle(c.lat), c.lat < 0 ? 'S' : 'N',
     formatAngle(c.lng), c.lng < 0 ? 'W' : 'E',
     formatOffset(standardOffset(c.zone)),
+    c.zone,
   ]);
 
   mkdirSync(outdir, { recursive: true });
   writeFileSync(path.join(outdir, 'countries.csv'), csv(['Name', 'GMTDIF'], countryRows));
   writeFileSync(path.join(outdir, 'cities.csv'),
-    csv(['City', 'Country', 'Lat', 'NOSO', 'Longy', 'EaWe', 'GMTDIFF'], cityRows));
+    csv(['City', 'Country', 'Lat', 'NOSO', 'Longy', 'EaWe', 'GMTDIFF', 'Zone'], cityRows));
 
   console.error(`city-timezones ${version ?? '(version unknown)'}; tz data ${process.versions.tz ?? '?'}`);
   console.error(`${rows.length} rows read; ${noZone} without country or zone, ${dupes} repeated (City, Country) dropped`);

@@ -1,0 +1,24 @@
+// The time zones of the place store's cities: each city row carries the
+// name of its zone in the time zone database (Zone), beside the standard
+// offset the place fields are filled with. A store made before the zones
+// were kept has no such field; its cities then have no zone.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "ranvel/platform/database.h"
+
+namespace ranvel {
+
+struct CityZone {
+    std::string City, Country;
+    std::string GMTDiff;  // the row's standard offset, "+05.30"
+    std::string Zone;     // "Asia/Kolkata"; empty when the row has none
+};
+
+// The cities of that name (any case) in the store's order, of one country
+// when a country is named (any case).
+std::vector<CityZone> CitiesNamed(Database& recos, const std::string& city, const std::string& country = "");
+
+}  // namespace ranvel

@@ -1,0 +1,113 @@
+// The clocks of time zones as the system's database gives them: summer time,
+// war time, a zone that moved, the hour a clock skips and the one it shows
+// twice, and what can't be answered; and the zones of the place store's
+// cities, in a store that keeps them and in one made before it did.
+#include <gtest/gtest.h>
+
+#include "app/app_fixture.h"
+#include "ranvel/data/cityzones.h"
+#include "ranvel/platform/gui/systemzones.h"
+
+namespace ranvel::test {
+namespace {
+
+using Kind = ZoneReading::Kind;
+
+DateTime At(int d, int m, int y, int h, int mi) { return DateTime::FromParts(y, m, d, h, mi); }
+
+TEST(SystemZonesTest, OffsetsInForceFollowTheZonesHistory)
+{
+    SystemZones zones;
+    struct Case {
+        const char* zone;
+        DateTime local;
+        int minutes;
+        bool daylight;
+    };
+    const Case cases[] = {
+        {"Europe/London", At(14, 7, 1990, 12, 0), 60, true},     {"Europe/London", At(15, 1, 1990, 12, 0), 0, false},
+        {"Asia/Kolkata", At(1, 6, 1943, 12, 0), 390, true},      {"Asia/Kolkata", At(1, 6, 1990, 12, 0), 330, false},
+        {"Asia/Kathmandu", At(1, 6, 1980, 12, 0), 330, false},   {"Asia/Kathmandu", At(1, 6, 1990, 12, 0), 345, false},
+        {"America/New_York", At(4, 7, 2024, 9, 0), -240, true},  {"Australia/Sydney", At(4, 7, 2024, 9, 0), 600, false},
+        {"Australia/Sydney", At(4, 1, 2024, 9, 0), 660, true},   {"America/St_Johns", At(4, 1, 2024, 9, 0), -210, false},
+    };
+    for (const Case& c : cases) {
+        const ZoneReading r = zones.At(c.zone, c.local);
+        EXPECT_EQ(r.kind, Kind::Normal) << c.zone << " " << c.local.ToIsoText();
+        EXPECT_EQ(r.minutes, c.minutes) << c.zone << " " << c.local.ToIsoText();
+        EXPECT_EQ(r.daylight, c.daylight) << c.zone << " " << c.local.ToIsoText();
+    }
+    EXPECT_EQ(ZoneOffsetText(390), "+06.30");
+    EXPECT_EQ(ZoneOffsetText(-210), "-03.30");
+    EXPECT_EQ(ZoneOffsetText(0), "+00.00");
+}
+
+TEST(SystemZonesTest, TheSkippedAndTheRepeatedHourAreNamed)
+{
+    SystemZones zones;
+    // New York, 10 March 2024: 02:00 became 03:00.
+    const ZoneReading skipped = zones.At("America/New_York", At(10, 3, 2024, 2, 30));
+    EXPECT_EQ(skipped.kind, Kind::Skipped);
+    EXPECT_EQ(skipped.minutes, -300);
+    EXPECT_EQ(skipped.later, -240);
+    EXPECT_EQ(zones.At("America/New_York", At(10, 3, 2024, 1, 59)).minutes, -300);
+    EXPECT_EQ(zones.At("America/New_York", At(10, 3, 2024, 3, 0)).kind, Kind::Normal);
+    // 3 November 2024: 01:00 to 01:59 came twice.
+    const ZoneReading twice = zones.At("America/New_York", At(3, 11, 2024, 1, 30));
+    EXPECT_EQ(twice.kind, Kind::Repeated);
+    EXPECT_EQ(twice.minutes, -240);
+    EXPECT_TRUE(twice.daylight);
+    EXPECT_EQ(twice.later, -300);
+
+    // A range over March sees the one change, at the clock's 02:00.
+    const std::vector<ZoneChange> changes =
+        zones.Changes("America/New_York", At(1, 3, 2024, 0, 0), At(31, 3, 2024, 23, 59));
+    ASSERT_EQ(changes.size(), 1u);
+    EXPECT_EQ(changes[0].local, At(10, 3, 2024, 2, 0));
+    EXPECT_EQ(changes[0].minutes, -240);
+    EXPECT_TRUE(changes[0].daylight);
+    EXPECT_TRUE(zones.Changes("Asia/Kolkata", At(1, 1, 2024, 0, 0), At(31, 12, 2024, 0, 0)).empty());
+}
+
+TEST(SystemZonesTest, WhatCantBeAnsweredSaysWhy)
+{
+    SystemZones zones;
+    for (const auto& [zone, local, word] :
+         {std::tuple{"Mars/Olympus", At(1, 1, 2000, 0, 0), "Mars/Olympus"},
+          std::tuple{"", At(1, 1, 2000, 0, 0), "no time zone"},
+          std::tuple{"Europe/London", At(31, 12, 1899, 12, 0), "1900"}}) {
+        const ZoneReading r = zones.At(zone, local);
+        EXPECT_EQ(r.kind, Kind::Unknown) << zone;
+        EXPECT_NE(r.why.find(word), std::string::npos) << r.why;
+    }
+    // Before a clock is set, the program's seam knows no zone.
+    SetZones(nullptr);
+    EXPECT_EQ(Zones().At("Europe/London", At(1, 1, 2000, 0, 0)).kind, Kind::Unknown);
+}
+
+class CityZones : public AppTest {};
+
+TEST_F(CityZones, CitiesOfANameWithTheirZonesInStoreOrder)
+{
+    auto recos = Database::Open((app / "EPHE/COMMON/RECOS.Dat").string());
+    const std::vector<CityZone> london = CitiesNamed(*recos, "london");
+    ASSERT_GE(london.size(), 2u);
+    const std::vector<CityZone> uk = CitiesNamed(*recos, "London", "United Kingdom");
+    ASSERT_EQ(uk.size(), 1u);
+    EXPECT_EQ(uk[0].Zone, "Europe/London");
+    EXPECT_EQ(uk[0].GMTDiff, "+00.00");
+    // A name with an apostrophe is asked for like any other.
+    EXPECT_FALSE(CitiesNamed(*recos, "L'Aquila").empty());
+    EXPECT_TRUE(CitiesNamed(*recos, "Nowhere'; DROP TABLE City; --").empty());
+
+    // A store made before the zones were kept: its cities come without.
+    recos->Execute("CREATE TABLE OldCity AS SELECT City, Country, Lat, NOSO, Longy, EaWe, GMTDIFF FROM City");
+    recos->Execute("DROP TABLE City");
+    recos->Execute("ALTER TABLE OldCity RENAME TO City");
+    const std::vector<CityZone> old = CitiesNamed(*recos, "London", "United Kingdom");
+    ASSERT_EQ(old.size(), 1u);
+    EXPECT_EQ(old[0].Zone, "");
+}
+
+}  // namespace
+}  // namespace ranvel::test
