@@ -145,7 +145,7 @@ int CmdCalendar(const Args& args)
     if (args.Has("pdf")) SaveCalendarPdf(cal, listed, args.Value("pdf"));
 
     if (!json) {
-        std::cout << CalendarTable(cal, listed);
+        std::cout << CalendarTable(cal, listed) << ZoneNotesText(run.ZoneNotes);
         return 0;
     }
     Json out;
@@ -166,6 +166,7 @@ int CmdCalendar(const Args& args)
     int rank = 0;
     for (std::size_t i : listed) ranked.push_back({{"Rank", ++rank}, {"Date", cal.Days[i].Day.ToIsoText().substr(0, 10)}});
     out["Ranked"] = ranked;
+    out["ZoneNotes"] = ZoneNotesJson(run.ZoneNotes);
     out["Messages"] = MessagesJson(run.Messages);
     std::cout << DumpJson(out);
     return 0;

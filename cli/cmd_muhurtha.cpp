@@ -52,7 +52,7 @@ int CmdMuhurtha(const Args& args)
     }
 
     if (!json) {
-        std::cout << ResultReport(e);
+        std::cout << ResultReport(e) << ZoneNotesText(run.ZoneNotes);
         return 0;
     }
     Json out;
@@ -82,6 +82,7 @@ int CmdMuhurtha(const Args& args)
     out["BestMuhuIndex"] = e.BestMuhuIndex();
     out["LagnaStart"] = Lagna(*e.LagnaStartChart);
     out["LagnaEnd"] = Lagna(*e.LagnaEndChart);
+    out["ZoneNotes"] = ZoneNotesJson(run.ZoneNotes);
     out["Messages"] = MessagesJson(messages);
     std::cout << DumpJson(out);
     return 0;

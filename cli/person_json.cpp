@@ -280,4 +280,18 @@ nlohmann::ordered_json MessagesJson(const HeadlessMessageSink& sink)
     return out;
 }
 
+nlohmann::ordered_json ZoneNotesJson(const std::vector<ZoneNote>& notes)
+{
+    nlohmann::ordered_json out = nlohmann::ordered_json::array();
+    for (const ZoneNote& n : notes) out.push_back({{"Field", n.Field}, {"Text", n.Text}, {"Offset", n.Offset}});
+    return out;
+}
+
+std::string ZoneNotesText(const std::vector<ZoneNote>& notes)
+{
+    std::string out;
+    for (const ZoneNote& n : notes) out += "Note on the " + n.Field + "'s offset: " + n.Text + "\n";
+    return out;
+}
+
 }  // namespace ranvel::cli

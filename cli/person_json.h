@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "ranvel/chart/person.h"
+#include "ranvel/engine/zonenotes.h"
 #include "ranvel/platform/sinks.h"
 
 namespace ranvel::cli {
@@ -28,5 +29,10 @@ std::string DumpJson(const nlohmann::ordered_json& value);
 
 // The texts of the messages a run raised, in order.
 nlohmann::ordered_json MessagesJson(const HeadlessMessageSink& sink);
+
+// The notes on a request's offsets: {Field, Text, Offset} each.
+nlohmann::ordered_json ZoneNotesJson(const std::vector<ZoneNote>& notes);
+// The same as lines of a readable report ("" when there are none).
+std::string ZoneNotesText(const std::vector<ZoneNote>& notes);
 
 }  // namespace ranvel::cli

@@ -314,6 +314,7 @@ clsMuhurtha& RequestRun::Search()
 {
     OpenAppData();
     if (!Request.CheckRangeDates()) throw std::invalid_argument("the 'To:' date can't be lesser than the 'From:' date");
+    ZoneNotes = RequestZoneNotes(*RecosDB(), Request);
     ResetEngine(std::make_unique<clsMuhurtha>());
     clsMuhurtha& e = Engine();
     Request.RunEngine(e, TextDB(), RecosDB());

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "ranvel/engine/request.h"
+#include "ranvel/engine/zonenotes.h"
 
 namespace ranvel::cli {
 
@@ -58,6 +59,9 @@ public:
 
     HeadlessMessageSink Messages;
     MuhurthaRequest Request;
+    // The notes on the request's offsets, made before the search; the
+    // search keeps the offsets the request gives.
+    std::vector<ZoneNote> ZoneNotes;
 
 private:
     HeadlessProgressSink progress_;
