@@ -25,6 +25,8 @@
 #include "ranvel/app/frmStatus.h"
 #include "ranvel/app/personstore.h"
 #include "ranvel/app/typeahead.h"
+#include "ranvel/app/zonehint.h"
+#include "ranvel/data/datafiles.h"
 #include "ranvel/data/messages.h"
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/gui/dialogs.h"
@@ -107,6 +109,8 @@ struct frmLogin::Impl {
     QWidget* frmSingleGuy = nullptr;
     QWidget* frmMatch = nullptr;
     PersonFields person, boy, girl;
+    // The notes beside the zone fields.
+    std::vector<ZoneHint*> zoneHints;
 
     QHash<QObject*, QString> hints;
     std::shared_ptr<Database> muhu;
@@ -129,6 +133,10 @@ struct frmLogin::Impl {
                      bool withSex, int x, int y);
     void Hint(QWidget* w, const QString& text);
     void WatchTimeField(QLineEdit* field, QRadioButton* (&pair)[2]);
+    // The note beside a place block's zone field, for the request's notes on
+    // that block ("Place", "Person", "Boy", "Girl"), asked anew whenever the
+    // place, the zone or one of the moment's fields changes.
+    void WatchZone(PlaceFields& f, const char* zoneNote, const char* field, std::initializer_list<QWidget*> moment);
 
     // lists
     void FillAllPersonLists();
@@ -273,6 +281,35 @@ void frmLogin::Impl::PlaceRows(QWidget* parent, PlaceFields& f, const char* cons
     QPalette np = note->palette();
     np.setColor(QPalette::WindowText, np.color(QPalette::PlaceholderText));
     note->setPalette(np);
+}
+
+void frmLogin::Impl::WatchZone(PlaceFields& f, const char* zoneNote, const char* field,
+                               std::initializer_list<QWidget*> moment)
+{
+    auto* hint = f.gmt->parentWidget()->findChild<QLabel*>(QString("lbl") + f.gmt->objectName() + "Note");
+    if (!hint) return;
+    const std::string which = field;
+    auto* zone = new ZoneHint(hint, f.gmt, [this, which] {
+        std::vector<ZoneNote> mine;
+        for (ZoneNote& n : RequestZoneNotes(*RecosDB(), form->FieldsRequest()))
+            if (n.Field == which) mine.push_back(std::move(n));
+        return mine;
+    }, zoneNote);
+    // Reached by the keyboard right after the zone field.
+    QWidget::setTabOrder(f.gmt, zone);
+    zoneHints.push_back(zone);
+    // With the keyboard on the note, the hint line gives its whole sentence.
+    auto refresh = [this, zone] {
+        zone->Refresh();
+        Hint(zone, zone->accessibleDescription());
+    };
+    for (QComboBox* box : {f.country, f.city}) connect(box, &QComboBox::currentTextChanged, zone, refresh);
+    connect(f.gmt, &QLineEdit::textChanged, zone, refresh);
+    for (QWidget* w : moment) {
+        if (auto* d = qobject_cast<QDateEdit*>(w)) connect(d, &QDateEdit::dateChanged, zone, refresh);
+        else if (auto* e = qobject_cast<QLineEdit*>(w)) connect(e, &QLineEdit::textChanged, zone, refresh);
+        else if (auto* o = qobject_cast<QRadioButton*>(w)) connect(o, &QRadioButton::toggled, zone, refresh);
+    }
 }
 
 void frmLogin::Impl::WatchTimeField(QLineEdit* field, QRadioButton* (&pair)[2])
@@ -560,6 +597,13 @@ frmLogin::frmLogin(QWidget* parent) : QWidget(parent), d_(std::make_unique<Impl>
     d_->BuildPage4();
     d_->BuildFoot();
     d_->BuildHeader();
+    d_->WatchZone(d_->muhuPlace, "cmdMuhuZoneNote", "Place",
+                  {d_->optMuhuCheck, d_->dtMuhuDate, d_->txtMuhuBTime, d_->optMuhuAMPM[0], d_->dtMuhuFrom,
+                   d_->dtMuhuTo, d_->txtMuhDTFrom, d_->txtMuhDTTo});
+    d_->WatchZone(d_->person.place, "cmdZoneNote", "Person",
+                  {d_->person.date, d_->person.time, d_->person.half[0]});
+    d_->WatchZone(d_->boy.place, "cmdBoyZoneNote", "Boy", {d_->boy.date, d_->boy.time, d_->boy.half[0]});
+    d_->WatchZone(d_->girl.place, "cmdGalZoneNote", "Girl", {d_->girl.date, d_->girl.time, d_->girl.half[0]});
     d_->typeAhead = new TypeAhead(this, [this](const QString& text) { d_->SetHintLine(text); });
     d_->typeAhead->WirePlace(d_->muhuPlace);
     d_->typeAhead->WirePerson(d_->person, [this](const std::string& name) { LoadPerson(name, ""); });
@@ -779,21 +823,25 @@ void frmLogin::cmdExit()
         QApplication::exit(0);
 }
 
-void frmLogin::GatherRequest()
+MuhurthaRequest frmLogin::FieldsRequest() const
 {
-    request_.MomentDate = S(d_->dtMuhuDate->date().toString("dd/MM/yyyy"));
-    request_.MomentTime = Text(d_->txtMuhuBTime);
-    request_.MomentAMPM = d_->optMuhuAMPM[0]->isChecked() ? 1 : 2;
-    request_.FromDate = S(d_->dtMuhuFrom->date().toString("dd/MM/yyyy"));
-    request_.ToDate = S(d_->dtMuhuTo->date().toString("dd/MM/yyyy"));
-    request_.FromTime = Text(d_->txtMuhDTFrom);
-    request_.ToTime = Text(d_->txtMuhDTTo);
-    request_.SearchMode = d_->optMuhuCheck->isChecked() ? 2 : d_->optMuhuRange->isChecked() ? 1 : 0;
-    request_.Place = Gather(d_->muhuPlace);
-    request_.Person = Gather(d_->person);
-    request_.Boy = Gather(d_->boy);
-    request_.Girl = Gather(d_->girl);
+    MuhurthaRequest r = request_;
+    r.MomentDate = S(d_->dtMuhuDate->date().toString("dd/MM/yyyy"));
+    r.MomentTime = Text(d_->txtMuhuBTime);
+    r.MomentAMPM = d_->optMuhuAMPM[0]->isChecked() ? 1 : 2;
+    r.FromDate = S(d_->dtMuhuFrom->date().toString("dd/MM/yyyy"));
+    r.ToDate = S(d_->dtMuhuTo->date().toString("dd/MM/yyyy"));
+    r.FromTime = Text(d_->txtMuhDTFrom);
+    r.ToTime = Text(d_->txtMuhDTTo);
+    r.SearchMode = d_->optMuhuCheck->isChecked() ? 2 : d_->optMuhuRange->isChecked() ? 1 : 0;
+    r.Place = Gather(d_->muhuPlace);
+    r.Person = Gather(d_->person);
+    r.Boy = Gather(d_->boy);
+    r.Girl = Gather(d_->girl);
+    return r;
 }
+
+void frmLogin::GatherRequest() { request_ = FieldsRequest(); }
 
 bool frmLogin::RunEngine()
 {

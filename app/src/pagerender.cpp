@@ -13,6 +13,7 @@
 #include "ranvel/output/clsPDFExporter.h"
 #include "ranvel/platform/gui/pdfbox.h"
 #include "ranvel/platform/gui/qstr.h"
+#include "ranvel/platform/gui/systemzones.h"
 
 namespace ranvel {
 
@@ -25,6 +26,7 @@ void EnsureOffscreenApplication()
     static char* argv[] = {name, nullptr};
     static QApplication* app = new QApplication(argc, argv);
     PrepareLook(*app);
+    UseSystemZones();
     CheckFonts();
 }
 

@@ -18,6 +18,7 @@
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/gui/fonts.h"
 #include "ranvel/platform/gui/qtsinks.h"
+#include "ranvel/platform/gui/systemzones.h"
 #include "ranvel/platform/sinks.h"
 #include "ranvel/platform/variant.h"
 #include "ranvel/platform/vbmath.h"
@@ -82,6 +83,8 @@ void PrepareApplication(QApplication& app)
     PrepareLook(app);
     static QtMessageSink messages;
     SetMessageSink(&messages);
+    // The offsets in force at a date come from the system's zone database.
+    UseSystemZones();
 }
 
 void PrepareLook(QApplication& app)

@@ -19,7 +19,7 @@ std::string ClockText(const DateTime& t)
 
 // A date field and a time field of the form as a local moment; the time
 // is of a 24-hour clock, a PM half moving a morning hour past noon.
-std::optional<DateTime> LocalOf(const std::string& date, const std::string& time, int ampm)
+std::optional<DateTime> LocalOfFields(const std::string& date, const std::string& time, int ampm)
 {
     int d = 0, m = 0, y = 0, h = -1, mi = -1;
     char tail = 0;
@@ -32,6 +32,11 @@ std::optional<DateTime> LocalOf(const std::string& date, const std::string& time
 }
 
 }  // namespace
+
+std::optional<DateTime> LocalMoment(const std::string& date, const std::string& time, int ampm)
+{
+    return LocalOfFields(date, time, ampm);
+}
 
 std::optional<int> ZoneFieldMinutes(const std::string& field)
 {
@@ -58,15 +63,18 @@ std::optional<ZoneNote> OffsetNote(Database& recos, const std::string& city, con
     case ZoneReading::Kind::Unknown:
         n.Text = "The offset in force in " + where + " on " + on + " can't be looked up (" + r.why +
                  "); the offset typed is kept";
+        n.Short = "Offset not known";
         return n;
     case ZoneReading::Kind::Skipped:
         n.Text = ClockText(local) + " on " + on + " did not exist in " + where + ": the clock moved from " +
                  ZoneOffsetText(r.minutes) + " to " + ZoneOffsetText(r.later) + " over it";
+        n.Short = "Hour skipped";
         return n;
     case ZoneReading::Kind::Repeated:
         n.Text = ClockText(local) + " on " + on + " came twice in " + where + ": at " + ZoneOffsetText(r.minutes) +
                  (r.daylight ? " (summer time)" : "") + ", then at " + ZoneOffsetText(r.later);
         if (typed != r.minutes && typed != r.later) n.Offset = ZoneOffsetText(r.minutes);
+        n.Short = "Hour came twice";
         return n;
     case ZoneReading::Kind::Normal: break;
     }
@@ -74,6 +82,7 @@ std::optional<ZoneNote> OffsetNote(Database& recos, const std::string& city, con
     n.Offset = ZoneOffsetText(r.minutes);
     n.Text = r.daylight ? "Summer time was in force in " + where + " on " + on + ": " + n.Offset
                         : "The clock of " + where + " stood at " + n.Offset + " on " + on;
+    n.Short = (r.daylight ? "Summer time: " : "In force: ") + n.Offset;
     return n;
 }
 
@@ -90,6 +99,7 @@ std::vector<ZoneNote> RangeChangeNotes(Database& recos, const RequestPlace& plac
         n.Text = "The clock of " + found.front().City + " changes on " + c.local.ToDayFirstText() + " at " +
                  ClockText(c.local) + " to " + ZoneOffsetText(c.minutes) +
                  (c.daylight ? " (summer time)" : "") + "; the search keeps the one offset " + place.GMT;
+        n.Short = "Clock changes in the range";
         out.push_back(n);
     }
     return out;
@@ -107,10 +117,10 @@ std::vector<ZoneNote> RequestZoneNotes(Database& recos, const MuhurthaRequest& r
         }
     };
     if (r.SearchMode == 2) {
-        add("Place", r.Place.City, r.Place.Country, r.Place.GMT, LocalOf(r.MomentDate, r.MomentTime, r.MomentAMPM));
+        add("Place", r.Place.City, r.Place.Country, r.Place.GMT, LocalMoment(r.MomentDate, r.MomentTime, r.MomentAMPM));
     } else {
-        const auto from = LocalOf(r.FromDate, r.FromTime, 1);
-        const auto to = LocalOf(r.ToDate, r.ToTime, 1);
+        const auto from = LocalMoment(r.FromDate, r.FromTime, 1);
+        const auto to = LocalMoment(r.ToDate, r.ToTime, 1);
         add("Place", r.Place.City, r.Place.Country, r.Place.GMT, from);
         if (from && to && !(*to < *from))
             for (ZoneNote& n : RangeChangeNotes(recos, r.Place, *from, *to)) out.push_back(n);
@@ -120,7 +130,7 @@ std::vector<ZoneNote> RequestZoneNotes(Database& recos, const MuhurthaRequest& r
         {"Person", &r.Person}, {"Boy", &r.Boy}, {"Girl", &r.Girl}};
     for (const auto& [field, p] : persons) {
         if ((std::string(field) == "Person") == marriage) continue;
-        add(field, p->City, p->Country, p->GMT, LocalOf(p->BDate, p->BTime, p->AMPM));
+        add(field, p->City, p->Country, p->GMT, LocalMoment(p->BDate, p->BTime, p->AMPM));
     }
     return out;
 }

@@ -7,6 +7,14 @@
 #include "app/app_fixture.h"
 #include "ranvel/data/cityzones.h"
 #include "ranvel/platform/gui/systemzones.h"
+#include "ranvel/app/frmLogin.h"
+#include "ranvel/app/zonehint.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
 
 namespace ranvel::test {
 namespace {
@@ -83,6 +91,7 @@ TEST(SystemZonesTest, WhatCantBeAnsweredSaysWhy)
     // Before a clock is set, the program's seam knows no zone.
     SetZones(nullptr);
     EXPECT_EQ(Zones().At("Europe/London", At(1, 1, 2000, 0, 0)).kind, Kind::Unknown);
+    UseSystemZones();
 }
 
 class CityZones : public AppTest {};
@@ -107,6 +116,88 @@ TEST_F(CityZones, CitiesOfANameWithTheirZonesInStoreOrder)
     const std::vector<CityZone> old = CitiesNamed(*recos, "London", "United Kingdom");
     ASSERT_EQ(old.size(), 1u);
     EXPECT_EQ(old[0].Zone, "");
+}
+
+// The request form tells, beside a zone field, where the clock kept
+// another offset, and puts it in the field only when asked.
+class ZoneNotesOnTheForm : public AppTest {
+protected:
+    void SetUp() override
+    {
+        AppTest::SetUp();
+        form = new frmLogin;
+    }
+    template <typename T>
+    T* Find(const char* name)
+    {
+        return Child<T>(form, name);
+    }
+    frmLogin* form = nullptr;
+};
+
+TEST_F(ZoneNotesOnTheForm, ABirthInSummerTimeIsToldAndItsOffsetPutInOnlyByAClick)
+{
+    auto* hint = Find<ZoneHint>("cmdZoneNote");
+    auto* grey = Find<QLabel>("lbltxtGMTNote");
+    auto* gmt = Find<QLineEdit>("txtGMT");
+    Find<QLineEdit>("txtBDate")->setText("14/07/1990");
+    Find<QLineEdit>("txtBTime")->setText("12.00");
+    Find<QComboBox>("cmbCountry")->setEditText("United Kingdom");
+    Find<QComboBox>("cmbCity")->setEditText("London");
+    gmt->setText("+00.00");
+    EXPECT_FALSE(hint->isHidden());
+    EXPECT_TRUE(grey->isHidden());
+    EXPECT_EQ(hint->text(), "Summer time: +01.00");
+    EXPECT_TRUE(hint->toolTip().startsWith("Summer time was in force in London on 14/07/1990: +01.00"));
+    EXPECT_EQ(gmt->text(), "+00.00");  // told, not changed
+    hint->click();
+    EXPECT_EQ(gmt->text(), "+01.00");
+    EXPECT_TRUE(hint->isHidden());
+    EXPECT_FALSE(grey->isHidden());
+
+    // In January the standard offset holds: nothing to say once it is back.
+    Find<QLineEdit>("txtBDate")->setText("14/01/1990");
+    EXPECT_FALSE(hint->isHidden());
+    EXPECT_EQ(hint->text(), "In force: +00.00");
+    gmt->setText("+00.00");
+    EXPECT_TRUE(hint->isHidden());
+
+    // The hour New York's clock skipped: named, nothing offered; a click
+    // shows the sentence and leaves the field.
+    Find<QComboBox>("cmbCountry")->setEditText("United States of America");
+    Find<QComboBox>("cmbCity")->setEditText("New York");
+    Find<QLineEdit>("txtBDate")->setText("10/03/2024");
+    Find<QLineEdit>("txtBTime")->setText("02.30");
+    gmt->setText("-05.00");
+    EXPECT_EQ(hint->text(), "Hour skipped");
+    messages.Clear();
+    hint->click();
+    ASSERT_EQ(messages.Messages().size(), 1u);
+    EXPECT_NE(messages.Messages()[0].text.find("did not exist in New York"), std::string::npos);
+    EXPECT_EQ(gmt->text(), "-05.00");
+
+    // A city the store has no zone for, or half-typed fields: the grey hint.
+    Find<QComboBox>("cmbCity")->setEditText("Nowhere");
+    EXPECT_TRUE(hint->isHidden());
+}
+
+TEST_F(ZoneNotesOnTheForm, ARangeOverAClockChangeIsToldBeforeTheSearch)
+{
+    Find<QRadioButton>("optMuhuRange")->setChecked(true);
+    Find<QDateEdit>("dtMuhuFrom")->setDate(QDate(2025, 3, 1));
+    Find<QDateEdit>("dtMuhuTo")->setDate(QDate(2025, 3, 31));
+    Find<QLineEdit>("txtMuhDTFrom")->setText("06.00");
+    Find<QLineEdit>("txtMuhDTTo")->setText("22.00");
+    Find<QComboBox>("cmbMuhuCountry")->setEditText("United States of America");
+    Find<QComboBox>("cmbMuhuCity")->setEditText("New York");
+    Find<QLineEdit>("txtMuhuGMT")->setText("-05.00");
+    auto* hint = Find<ZoneHint>("cmdMuhuZoneNote");
+    EXPECT_FALSE(hint->isHidden());
+    EXPECT_EQ(hint->text(), "Clock changes in the range");
+    EXPECT_NE(hint->toolTip().indexOf("09/03/2025 at 02.00 to -04.00"), -1) << hint->toolTip().toStdString();
+    // The search keeps the form's one offset.
+    form->GatherRequest();
+    EXPECT_EQ(form->Request().Place.GMT, "-05.00");
 }
 
 }  // namespace

@@ -119,6 +119,13 @@ int main(int argc, char** argv)
     Set(form, "optMuhuRange", {});
     form->CmdGenerate();
     Shot(main, "main-3-person");
+    // A birth in London's summer time with the standard offset typed: the
+    // note beside the zone field.
+    for (auto [n, v] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"txtBDate", "14/07/1990"}, {"txtBTime", "12.00"}, {"cmbCountry", "United Kingdom"},
+             {"cmbCity", "London"}, {"txtGMT", "+00.00"}})
+        Set(form, n, v);
+    Shot(main, "main-3-zone-note");
 
     // The main job's request: a month's marriage Muhurtha at New Delhi.
     form->flpBack();

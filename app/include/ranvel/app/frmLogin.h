@@ -48,6 +48,8 @@ public:
     MuhurthaRequest& Request() { return request_; }
     // Copies every field into the request.
     void GatherRequest();
+    // The request as the fields hold it now, the form's own left as it is.
+    MuhurthaRequest FieldsRequest() const;
     // The generation: the charts, the engine, and the result pages. False
     // when a fault ended it (the fault was shown).
     bool RunEngine();

@@ -19,10 +19,17 @@ struct ZoneNote {
     // Which fields: "Place" (the Muhurtha's), "Person", "Boy", "Girl".
     std::string Field;
     std::string Text;
+    // The same in a few words, for beside the field ("Summer time: +01.00").
+    std::string Short;
     // The offset the note offers for the field ("+01.00"); empty when it
     // offers none.
     std::string Offset;
 };
+
+// A date field (dd/MM/yyyy) and a time field (HH.MM of a 24-hour clock,
+// a PM half moving a morning hour past noon) as a local moment; nothing
+// while either is not yet a real date or time.
+std::optional<DateTime> LocalMoment(const std::string& date, const std::string& time, int ampm);
 
 // A zone field's text as minutes east of Greenwich: "+05.30" gives 330,
 // "-03.30" gives -210; nothing when it is not of that shape.
