@@ -71,8 +71,9 @@ TEST(DataTree, DatabasesHoldTheTablesAndFieldsTheProgramNames)
     auto recos = OpenIn("EPHE/COMMON/RECOS.Dat");
     EXPECT_EQ(Fields(*recos, "Person"), kPersonFields);
     EXPECT_EQ(Fields(*recos, "Country"), (std::set<std::string>{"Name", "GMTDIF"}));
+    // The city's time zone follows the fields the place editor works on.
     EXPECT_EQ(Fields(*recos, "City"),
-              (std::set<std::string>{"City", "Country", "Lat", "NOSO", "Longy", "EaWe", "GMTDIFF"}));
+              (std::set<std::string>{"City", "Country", "Lat", "NOSO", "Longy", "EaWe", "GMTDIFF", "Zone"}));
     EXPECT_EQ(Fields(*recos, "DisplayThemes"), (std::set<std::string>{"ThemeName", "Themesection"}));
     EXPECT_EQ(Fields(*recos, "PrintMods"), (std::set<std::string>{"Name", "HoroMode", "file"}));
     // The person browser edits through the saved query.
