@@ -116,7 +116,7 @@ Json DayJson(const CalendarDay& d)
 
 int CmdCalendar(const Args& args)
 {
-    args.Allow({"request", "json", "top", "min-band", "ics", "png", "pdf"});
+    args.Allow({"request", "json", "top", "min-band", "ics", "png", "pdf", "sunrise"});
     if (args.Value("request").empty()) throw std::invalid_argument("calendar needs --request FILE");
     const bool json = args.Flag("json");
     const int top = WholeNumber(args, "top", 10);
@@ -130,6 +130,7 @@ int CmdCalendar(const Args& args)
 
     const std::string path = args.Value("request");
     RequestRun run(path, json, [&path](const Json& file) { CheckCalendarKind(file, path); });
+    const SunriseOption sunrise(args);
     clsMuhurtha& e = run.Search();
     const MuhurthaCalendar cal = BuildCalendar(e);
     const std::vector<std::size_t> listed = cal.Listed(top, minBand);

@@ -137,7 +137,7 @@ std::string Table(const DaySheet& s)
 
 int CmdDay(const Args& args)
 {
-    args.Allow({"date", "place-file", "country", "city", "lati", "longi", "ns", "ew", "gmt", "json", "pdf"});
+    args.Allow({"date", "place-file", "country", "city", "lati", "longi", "ns", "ew", "gmt", "json", "pdf", "sunrise"});
     if (!args.Has("date")) throw std::invalid_argument("day needs --date dd/MM/yyyy");
     const DateTime date = ReadDayDate("--date", args.Value("date"));
     const RequestPlace place = ReadPlaceOf(args);
@@ -151,6 +151,7 @@ int CmdDay(const Args& args)
     OpenAppData();
     // The place's chart is built as a request builds it (its zone's minutes
     // as hundredths), with the language's texts.
+    const SunriseOption sunrise(args);
     const DaySheet s = DaySheetOfPlace(place, date, TextDB(), RecosDB());
     if (args.Has("pdf")) {
         std::string error;

@@ -8,6 +8,7 @@
 
 #include "chart_input.h"
 #include "commands.h"
+#include "input_check.h"
 #include "person_json.h"
 #include "request_file.h"
 #include "ranvel/app/pagerender.h"
@@ -36,10 +37,11 @@ Json Lagna(clsPlanets& chart)
 
 int CmdMuhurtha(const Args& args)
 {
-    args.Allow({"request", "json", "png", "pdf"});
+    args.Allow({"request", "json", "png", "pdf", "sunrise"});
     if (args.Value("request").empty()) throw std::invalid_argument("muhurtha needs --request FILE");
     const bool json = args.Flag("json");
     RequestRun run(args.Value("request"), json);
+    const SunriseOption sunrise(args);
     clsMuhurtha& e = run.Search();
     const HeadlessMessageSink& messages = run.Messages;
     if (args.Has("png")) {

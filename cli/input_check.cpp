@@ -173,4 +173,21 @@ DateTime ReadDayDate(const std::string& option, const std::string& text)
     return DateTime::FromParts(y, m, d);
 }
 
+SunriseOption::SunriseOption(const Args& args)
+{
+    if (!args.Has("sunrise")) return;
+    const std::string rule = args.Value("sunrise");
+    if (rule != "astronomical" && rule != "ecliptic")
+        throw std::invalid_argument("--sunrise must be astronomical or ecliptic, not '" + rule + "'");
+    previous_ = &Settings();
+    overlay_ = std::make_unique<OverlaySettingsStore>(*previous_);
+    overlay_->Set("Settings", "AstroSunrise", rule == "astronomical" ? "1" : "0");
+    SetSettingsStore(overlay_.get());
+}
+
+SunriseOption::~SunriseOption()
+{
+    if (overlay_) SetSettingsStore(previous_);
+}
+
 }  // namespace ranvel::cli

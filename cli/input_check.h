@@ -4,6 +4,7 @@
 // work starts, and a refusal names the field.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -13,6 +14,7 @@
 #include <nlohmann/json.hpp>
 
 #include "ranvel/platform/datetime.h"
+#include "ranvel/platform/settings.h"
 #include "commands.h"
 
 namespace ranvel::cli {
@@ -79,5 +81,20 @@ void CheckTarget(const Args& args, const std::string& name);
 // A date given to an option as the form's date boxes take it: dd/MM/yyyy,
 // a real day of 1900 to 2099. A refusal names the option.
 DateTime ReadDayDate(const std::string& option, const std::string& text);
+
+// --sunrise astronomical or ecliptic: the sunrise rule for this run alone,
+// over the settings in force; without the option they decide. Anything
+// else is refused naming the option.
+class SunriseOption {
+public:
+    explicit SunriseOption(const Args& args);
+    ~SunriseOption();
+    SunriseOption(const SunriseOption&) = delete;
+    SunriseOption& operator=(const SunriseOption&) = delete;
+
+private:
+    std::unique_ptr<OverlaySettingsStore> overlay_;
+    SettingsStore* previous_ = nullptr;
+};
 
 }  // namespace ranvel::cli

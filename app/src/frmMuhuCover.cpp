@@ -155,6 +155,9 @@ frmMuhuCover::frmMuhuCover(QWidget* parent) : QWidget(parent), d_(std::make_uniq
     symbol->setText(QString::fromUtf8("\u00B2"));
     symbol->setAlignment(Qt::AlignCenter);
     d_->Make(this, "lblPageNo", 10320, 260, 1200, 300, 1);
+    // Left of the mark: which sunrise the times of the day were found by,
+    // when the user chose the astronomical one (empty otherwise).
+    d_->Make(this, "lblSunriseRule", kLeft, 300, 4700, 300);
     d_->Make(this, "lblName", kLeft, 1340, kWidth, 560, 2);
 
     d_->shpFrontLogo = d_->Box(this, "shpFrontLogo", kLeft, 2000, kWidth, 560);
@@ -309,6 +312,8 @@ void frmMuhuCover::FillValues()
     set("lblBMBand", engine.MuhuScoreText(engine.ScoreBand()).ToTextOrEmpty());
     set("lblDispName", ReadIni(keys::DispName) + " - " + ReadIni(keys::DispAdd));
     set("lblFrontLogo", best.GetHeadValue(1, "Muhurtha", "Muhurtha").ToTextOrEmpty());
+    set("lblSunriseRule", clsPlanets::AstronomicalSunrise() ? "Astronomical sunrise (true horizon)"
+                                                           : "");
 }
 
 void frmMuhuCover::SetFonts()
@@ -358,6 +363,10 @@ void frmMuhuCover::SetFonts()
     // label one colour: the whole line takes the name's colour, so that
     // paper and PDF show what the screen shows.
     Label("lblDispName")->setFont(small);
+    QFont rule = small;
+    rule.setItalic(true);
+    Label("lblSunriseRule")->setFont(rule);
+    page::Paint(Label("lblSunriseRule"), page::Color(Style::Value));
     page::Paint(Label("lblDispName"), ColorFromSetting(c.CompanyNameCol));
     Label("lblPageNo")->setFont(small);
     page::Paint(Label("lblPageNo"), ColorFromSetting(c.NormTextCol));

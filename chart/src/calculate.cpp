@@ -565,6 +565,7 @@ void clsPlanets::CopySettingTo(clsPlanets& other)
     to.GMTDIFF(from.GMTDIFF());
     to.Name(from.Name());
     to.PLOB(from.PLOB());
+    to.InheritPlaceLetters(from.PlaceNS(), from.PlaceEW());
 }
 
 }  // namespace ranvel

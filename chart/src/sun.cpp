@@ -8,7 +8,12 @@
 #include "ranvel/chart/gochara.h"
 #include "ranvel/chart/planets.h"
 #include "ranvel/chart/wrap.h"
+#include "ranvel/platform/settings.h"
 #include "ranvel/platform/vbmath.h"
+
+extern "C" {
+#include <swephexp.h>
+}
 
 namespace ranvel {
 
@@ -26,11 +31,64 @@ double LagnaReaches(clsPlanets& scratch, double offsetFromSun)
     auto found = search.Gochara(0, target, 9, scratch);
     return ClockOf(*found);
 }
+
+// ---- the Sun on the true horizon, when the user chose it ----
+
+// Hours of the record's clock after Greenwich: its zone, less the time
+// correction, as Calculate takes them the other way.
+double ClockAfterGreenwich(const clsPerson& p) { return vb::Val(p.GMTDIFF()) - vb::Val(p.TimeCorr()); }
+
+// The Julian day (UT) of an hour of the record's date on its clock.
+double UtOfClock(const clsPerson& p, double hour)
+{
+    return swe_julday(p.YearN(), p.MonthN(), p.DayN(), hour - ClockAfterGreenwich(p), SE_GREG_CAL);
+}
+
+// A moment (UT) on the record's clock as the chart's HH.MM number, to the
+// nearest minute, within the day.
+double ClockNumberOf(const clsPerson& p, double ut)
+{
+    double h = std::fmod((ut + 0.5 - std::floor(ut + 0.5)) * 24.0 + ClockAfterGreenwich(p), 24.0);
+    if (h < 0) h += 24.0;
+    long minutes = std::lround(h * 60.0) % 1440;
+    return static_cast<double>(minutes / 60) + static_cast<double>(minutes % 60) / 100.0;
+}
+
+// The next rising or setting of the Sun's disc centre on the true horizon,
+// without refraction (the Hindu rising), after a moment (UT), at the true
+// place; nothing where the Sun stays above or below the horizon.
+std::optional<double> SunOnHorizon(const clsPerson& p, double fromUt, bool rising)
+{
+    double lon = p.LongDegN() + p.LongMTN() / 60.0;
+    if (vb::UCase(p.PlaceEW()) == "W") lon = -lon;
+    double lat = p.LatDegN() + p.LatMTN() / 60.0;
+    if (vb::UCase(p.PlaceNS()) == "S") lat = -lat;
+    double geopos[3] = {lon, lat, 0};
+    double found = 0;
+    char serr[256] = {0};
+    const int flags = (rising ? SE_CALC_RISE : SE_CALC_SET) | SE_BIT_HINDU_RISING;
+    if (swe_rise_trans(fromUt, SE_SUN, nullptr, SEFLG_SWIEPH, flags, geopos, 0, 0, &found, serr) != 0)
+        return std::nullopt;
+    // Further than a day and a half: the Sun does not cross the horizon on
+    // this day.
+    if (found - fromUt > 1.5) return std::nullopt;
+    return found;
+}
 }  // namespace
+
+bool clsPlanets::AstronomicalSunrise() { return GetSetting("Settings", "AstroSunrise", "0") == "1"; }
 
 double clsPlanets::SunRiseTime()
 {
     if (sunRise_ != 0) return sunRise_;
+    if (AstronomicalSunrise()) {
+        const ranvel::clsPerson& p = clsPerson();
+        if (auto rise = SunOnHorizon(p, UtOfClock(p, 0), true)) {
+            sunRise_ = ClockNumberOf(p, *rise);
+            return sunRise_;
+        }
+        sunWithoutHorizon_ = true;  // no rising this day: the ecliptic rule stands in
+    }
     clsPlanets scratch;
     CopySettingTo(scratch);
     // The Sun's point is taken at 03:30 of the day and not moved on to the
@@ -44,6 +102,14 @@ double clsPlanets::SunRiseTime()
 double clsPlanets::SunSetTime()
 {
     if (sunSet_ != 0) return sunSet_;
+    if (AstronomicalSunrise()) {
+        const ranvel::clsPerson& p = clsPerson();
+        if (auto set = SunOnHorizon(p, UtOfClock(p, p.HourN() + p.MinutesN() / 60.0), false)) {
+            sunSet_ = ClockNumberOf(p, *set);
+            return sunSet_;
+        }
+        sunWithoutHorizon_ = true;
+    }
     clsPlanets scratch;
     CopySettingTo(scratch);
     // From the chart's own moment: after sunset this finds the next day's.
@@ -56,9 +122,19 @@ double clsPlanets::DayDuration() { return MinToDec(SunSetTime()) - MinToDec(SunR
 double clsPlanets::NightDuration()
 {
     if (nightSpan_ != 0) return nightSpan_;
-    clsPlanets scratch;
-    CopySettingTo(scratch);
-    const double next = LagnaReaches(scratch, 0);  // always ahead of the moment
+    double next = 0;
+    std::optional<double> rise;
+    if (AstronomicalSunrise()) {
+        const ranvel::clsPerson& p = clsPerson();
+        rise = SunOnHorizon(p, UtOfClock(p, p.HourN() + p.MinutesN() / 60.0), true);
+        if (rise) next = ClockNumberOf(p, *rise);
+        else sunWithoutHorizon_ = true;
+    }
+    if (!rise) {
+        clsPlanets scratch;
+        CopySettingTo(scratch);
+        next = LagnaReaches(scratch, 0);  // always ahead of the moment
+    }
     if (clsPerson().HourN() < 12) nightSpan_ = std::abs(24 + MinToDec(SunRiseTime()) - MinToDec(next));
     else nightSpan_ = std::abs(24 + MinToDec(next) - MinToDec(SunSetTime()));
     return nightSpan_;

@@ -50,6 +50,7 @@ void clsPlanets::UpagrahaMode(int value)
     sunRise_ = 0;
     sunSet_ = 0;
     nightSpan_ = 0;
+    sunWithoutHorizon_ = false;
 }
 
 // ---------------------------------------------------------------------------

@@ -274,6 +274,7 @@ DaySheet BuildDaySheet(const clsPlanets& Place, const DateTime& Date)
     s.Sunset = day->SunSetTime();
     auto next = charts.ChartAt(s.Date.AddDays(1).AddHours(12));
     s.NextSunrise = next->SunRiseTime();
+    s.SunWithoutHorizon = day->SunWithoutHorizon() || next->SunWithoutHorizon();
     const long nextSunrise = 1440 + ClockMinutes(s.NextSunrise);
     s.SunriseMoment = charts.MomentOf(sunrise);
     s.SunsetMoment = charts.MomentOf(ClockMinutes(s.Sunset));
@@ -361,13 +362,19 @@ std::string DayPlaceRefusal(const RequestPlace& Place)
 
 std::string SunriseRule()
 {
+    if (clsPlanets::AstronomicalSunrise())
+        return "Sunrise is the Sun's disc centre rising on the true horizon at the place, without refraction "
+               "(the astronomical sunrise, chosen in place of the ecliptic rule); sunset its setting.";
     return "Sunrise is the rising of the Sun's point of the ecliptic, without refraction; sunset the setting of "
            "that point.";
 }
 
 std::string SunriseRuleOfPlace(const DaySheet& Sheet)
 {
-    if (!Sheet.WestOrSouth) return {};
+    if (Sheet.SunWithoutHorizon)
+        return "The Sun does not cross the horizon at this place on this day: the rising of its point of the "
+               "ecliptic stands in.";
+    if (!Sheet.WestOrSouth || clsPlanets::AstronomicalSunrise()) return {};
     return "At a place west or south, the rising is searched as at the same degrees north and east.";
 }
 

@@ -223,5 +223,23 @@ TEST_F(ResultPages, TheCommandLineDrawsTheCoverIntoAPicture)
     ::testing::internal::GetCapturedStdout();
 }
 
+// The cover says which sunrise the day's times were found by only when the
+// astronomical one was chosen.
+TEST_F(ResultPages, TheCoverNamesTheAstronomicalSunriseOnlyWhenChosen)
+{
+    MuhurthaRequest r = JourneyMoment();
+    Generate(r);
+    {
+        frmMuhuCover cover;
+        cover.Load();
+        EXPECT_EQ(Child<QLabel>(&cover, "lblSunriseRule")->text(), "");
+    }
+    settings.Set("Settings", "AstroSunrise", "1");
+    Generate(r);
+    frmMuhuCover cover;
+    cover.Load();
+    EXPECT_EQ(Child<QLabel>(&cover, "lblSunriseRule")->text(), "Astronomical sunrise (true horizon)");
+}
+
 }  // namespace
 }  // namespace ranvel::test

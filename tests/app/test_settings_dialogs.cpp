@@ -15,6 +15,7 @@
 #include "ranvel/app/frmEditLongLat.h"
 #include "ranvel/app/frmKunEdit.h"
 #include "ranvel/app/frmWizard.h"
+#include "ranvel/chart/planets.h"
 #include "ranvel/data/settings_keys.h"
 
 namespace ranvel::test {
@@ -60,7 +61,7 @@ protected:
         QTest::keyClick(c, Qt::Key_Return);
     }
     QString Field(const char* name) { return Find<QLineEdit>(name)->displayText(); }
-    bool Checked(const char* name) { return Find<QRadioButton>(name)->isChecked(); }
+    bool Checked(const char* name) { return Find<QAbstractButton>(name)->isChecked(); }
     std::optional<std::string> Stored(const char* section, const char* key) { return settings.Get(section, key); }
     long Rows(const std::string& sql) { return RecosDB()->OpenRecordset(sql)->RecordCount(); }
 
@@ -307,6 +308,14 @@ TEST_F(SettingsDialogs, RegionalSettingsWriteOnOkAndNotOnCancel)
     Click("cmdOK");
     EXPECT_EQ(Stored("Settings", "CalcVarMod"), "2");
     EXPECT_EQ(Stored("Settings", "CalcMangMod"), "1");
+    // The astronomical sunrise stays off, and unwritten, until chosen.
+    EXPECT_FALSE(Stored("Settings", "AstroSunrise"));
+    Show(new frmCalcOptions);
+    EXPECT_FALSE(Checked("chkAstroSunrise"));
+    Click("chkAstroSunrise");
+    Click("cmdOK");
+    EXPECT_EQ(Stored("Settings", "AstroSunrise"), "1");
+    EXPECT_TRUE(clsPlanets::AstronomicalSunrise());
 }
 
 TEST_F(SettingsDialogs, TheChartStyleIsWrittenOnSaveAndNotOnClose)

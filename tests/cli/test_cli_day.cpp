@@ -103,3 +103,25 @@ TEST(DayCommand, PdfIsThePrintedPageOrNothingWhenItCantBeWritten)
     EXPECT_TRUE(refused.out.empty());
     EXPECT_FALSE(std::filesystem::exists(nowhere));
 }
+
+TEST(DayCommand, TheAstronomicalSunriseIsTheTruePlacesAndSaysSo)
+{
+    const std::vector<std::string> newYork = {"--date", "15/06/2024", "--lati", "040:43", "--longi", "074:00",
+                                              "--ns", "N", "--ew", "W", "--gmt", "-04.00", "--json"};
+    std::vector<std::string> args = newYork;
+    const Outcome ecliptic = Day(args);
+    args.insert(args.end(), {"--sunrise", "astronomical"});
+    const Outcome astronomical = Day(args);
+    ASSERT_EQ(ecliptic.code, 0) << ecliptic.err;
+    ASSERT_EQ(astronomical.code, 0) << astronomical.err;
+    // The mirrored place's rising is hours off; the true horizon's is the
+    // summer morning's.
+    EXPECT_EQ(Json::parse(astronomical.out)["Sunrise"]["Time"], "05.29");
+    EXPECT_NE(Json::parse(ecliptic.out)["Sunrise"]["Time"], "05.29");
+
+    args = newYork;
+    args.insert(args.end(), {"--sunrise", "dawn"});
+    const Outcome refused = Day(args);
+    EXPECT_EQ(refused.code, 2);
+    EXPECT_NE(refused.err.find("--sunrise"), std::string::npos) << refused.err;
+}

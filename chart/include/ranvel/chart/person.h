@@ -77,6 +77,17 @@ public:
     // The stored hemisphere letters, untrimmed.
     const std::string& TextNSRaw() const { return textNS_; }
     const std::string& TextEWRaw() const { return textEW_; }
+    // The place's hemispheres whatever the record shows: its own letters, or
+    // else those of the record it was copied from (a chart's copy carries no
+    // letters of its own). Read only where the true place is asked for, the
+    // Sun's rising on the true horizon.
+    std::string PlaceNS() const { return TextNS().empty() ? placeNS_ : TextNS(); }
+    std::string PlaceEW() const { return TextEW().empty() ? placeEW_ : TextEW(); }
+    void InheritPlaceLetters(const std::string& ns, const std::string& ew)
+    {
+        placeNS_ = ns;
+        placeEW_ = ew;
+    }
 
     // --- the moment ---
     // Day/Month/Year read day-first as a date, then Hour hours and Minutes
@@ -175,6 +186,7 @@ private:
     std::int32_t longDeg_ = 0;
     std::int32_t longMT_ = 0;
     std::string textEW_;
+    std::string placeNS_, placeEW_;
     std::string plob_;
     std::string gmtDiff_;
     std::string timeCorr_;

@@ -188,6 +188,13 @@ public:
     // first call: a later Calculate does not clear them.
     double SunRiseTime();
     double SunSetTime();
+    // Sunrise and sunset as the Sun's disc centre crossing the true horizon
+    // at the true place, without refraction, in place of the Lagna's
+    // reaching the Sun's point: a choice of the user's, off unless set.
+    static bool AstronomicalSunrise();
+    // With that choice, the Sun did not cross the horizon on the chart's day
+    // (or by the moment's next sunrise) and the ecliptic rule stood in.
+    bool SunWithoutHorizon() const { return sunWithoutHorizon_; }
     // Decimal hours from sunrise to sunset.
     double DayDuration();
     // Decimal hours of the night, kept like sunrise.
@@ -427,6 +434,7 @@ private:
     // Kept across Calculate: sunrise, sunset, night span (0 = not yet).
     double sunRise_ = 0;
     double sunSet_ = 0;
+    bool sunWithoutHorizon_ = false;
     double nightSpan_ = 0;
     std::array<std::string, 2> directionWords_;
     bool directionWordsFilled_ = false;

@@ -24,6 +24,8 @@ inline constexpr SettingKey KundStyleWritten{"Init", "Kundstyle", "2"};
 inline constexpr SettingKey CalcMangMod{"Settings", "CalcMangMod", "1"};
 inline constexpr SettingKey CalcVarMod{"Settings", "CalcVarMod", "1"};
 inline constexpr SettingKey UpagrahaMode{"Settings", "UpagrahaMode", "1"};
+// "1": sunrise and sunset on the true horizon; anything else the ecliptic rule.
+inline constexpr SettingKey AstroSunrise{"Settings", "AstroSunrise", "0"};
 inline constexpr SettingKey DoneSetup{"Settings", "DoneSetup", "False"};
 // The section name with its trailing backquote is the one always used.
 inline constexpr SettingKey StartDir{"Settings`", "StartDir", ""};

@@ -43,6 +43,9 @@ struct DaySheet {
     // The place lies west or south: its sunrise is searched as at the same
     // degrees north and east, as every chart's sunrise is.
     bool WestOrSouth = false;
+    // With the astronomical sunrise chosen, the Sun did not cross the
+    // horizon on this day, and the ecliptic rule gave the times.
+    bool SunWithoutHorizon = false;
     int WeekDay = 0;  // 1 Sunday to 7 Saturday
     std::string DayName;
     // HH.MM values as the chart gives them, and the same as moments.
@@ -78,8 +81,9 @@ DaySheet DaySheetOfPlace(const RequestPlace& Place, const DateTime& Date, std::s
 // when it can. A place at 000:00, 000:00 is taken for a blank one.
 std::string DayPlaceRefusal(const RequestPlace& Place);
 
-// The lines a sheet carries on how its sunrise is found: the rule of every
-// sheet, and the one of a place west or south (empty elsewhere).
+// The lines a sheet carries on how its sunrise is found: the rule in use,
+// and a second for a place west or south under the ecliptic rule or a day
+// without sunrise (empty elsewhere).
 std::string SunriseRule();
 std::string SunriseRuleOfPlace(const DaySheet& Sheet);
 // A division's HH.MM reading as the chart reckons it, "08.78" included.
