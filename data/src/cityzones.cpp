@@ -40,4 +40,40 @@ std::vector<CityZone> CitiesNamed(Database& recos, const std::string& city, cons
     return out;
 }
 
+bool AddCityZones(Database& store, const std::string& installedStore)
+{
+    if (!store.HasTable("City") || store.OpenRecordset("SELECT * FROM City LIMIT 0")->HasField("Zone")) return false;
+    if (installedStore.empty() || installedStore == store.Path()) return false;
+    {
+        // Only an installation whose cities carry zones can give them.
+        auto installed = Database::Open(installedStore);
+        if (!installed->HasTable("City") || !installed->OpenRecordset("SELECT * FROM City LIMIT 0")->HasField("Zone"))
+            return false;
+    }
+    sqlite3* db = store.Handle();
+    sqlite3_stmt* raw = nullptr;
+    if (sqlite3_prepare_v2(db, "ATTACH DATABASE ?1 AS installed", -1, &raw, nullptr) != SQLITE_OK)
+        throw DatabaseError(sqlite3_errmsg(db));
+    std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> attach(raw, sqlite3_finalize);
+    sqlite3_bind_text(attach.get(), 1, installedStore.c_str(), -1, SQLITE_TRANSIENT);
+    if (sqlite3_step(attach.get()) != SQLITE_DONE) throw DatabaseError(sqlite3_errmsg(db));
+    attach.reset();
+    struct Detach {
+        Database& d;
+        ~Detach()
+        {
+            try {
+                d.Execute("DETACH DATABASE installed");
+            } catch (...) {
+            }
+        }
+    } detach{store};
+    Database::Transaction t(store);
+    store.Execute("ALTER TABLE City ADD COLUMN Zone TEXT COLLATE NOCASE");
+    store.Execute("UPDATE City SET Zone = (SELECT i.Zone FROM installed.City AS i WHERE i.City = City.City AND "
+                  "i.Country = City.Country ORDER BY i.rowid LIMIT 1)");
+    t.Commit();
+    return true;
+}
+
 }  // namespace ranvel

@@ -1,5 +1,7 @@
 #include "ranvel/data/datafiles.h"
 
+#include "ranvel/data/cityzones.h"
+
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/ini.h"
 #include "ranvel/platform/sinks.h"
@@ -43,6 +45,15 @@ void CheckStartupFiles()
 {
     CheckDataFile("COMMON\\RECOS.Dat");
     RecosDB() = Database::Open(EphePath("COMMON\\RECOS.Dat"));
+    // A store of yours made before the cities carried their zones takes
+    // them from the installation's.
+    if (UsesUserDataDir()) {
+        try {
+            AddCityZones(*RecosDB(), ResolvePath(AppDir(), "EPHE/COMMON/RECOS.Dat"));
+        } catch (const std::exception&) {
+            // Left without zones: the offsets typed stand, as they always did.
+        }
+    }
     for (const char* name : {"COMMON\\CONYEAR.DAT", "COMMON\\SADESAT.Dat", "COMMON\\SCGRAHA.DAT", "COMMON\\SCRASI.DAT",
                              "COMMON\\SCYONI.DAT", "COMMON\\LANGS.Dat", "COMMON\\RECOS.Dat", "COMMON\\WAIT.AVI"})
         CheckDataFile(name);

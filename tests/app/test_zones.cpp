@@ -118,6 +118,26 @@ TEST_F(CityZones, CitiesOfANameWithTheirZonesInStoreOrder)
     EXPECT_EQ(old[0].Zone, "");
 }
 
+TEST_F(CityZones, AnOlderStoreTakesItsCitiesZonesFromTheInstallationOnce)
+{
+    const std::string installed = (app / "EPHE/COMMON/RECOS.Dat").string();
+    const std::string mine = (app / "mine.Dat").string();
+    std::filesystem::copy_file(installed, mine);
+    auto store = Database::Open(mine);
+    store->Execute("CREATE TABLE OldCity AS SELECT City, Country, Lat, NOSO, Longy, EaWe, GMTDIFF FROM City");
+    store->Execute("DROP TABLE City");
+    store->Execute("ALTER TABLE OldCity RENAME TO City");
+    store->Execute("INSERT INTO City VALUES ('Mytown', 'India', '020.00', 'N', '075.00', 'E', '+05.30')");
+
+    EXPECT_FALSE(AddCityZones(*store, mine));  // its own store is no source
+    ASSERT_TRUE(AddCityZones(*store, installed));
+    EXPECT_EQ(CitiesNamed(*store, "London", "United Kingdom").at(0).Zone, "Europe/London");
+    EXPECT_EQ(CitiesNamed(*store, "Mytown").at(0).Zone, "");
+    EXPECT_FALSE(AddCityZones(*store, installed));  // once
+    // The persons and the rest of the store are as they were.
+    EXPECT_EQ(store->OpenRecordset("SELECT * FROM City WHERE City = 'Mytown'")->Field("GMTDIFF").ToText(), "+05.30");
+}
+
 // The request form tells, beside a zone field, where the clock kept
 // another offset, and puts it in the field only when asked.
 class ZoneNotesOnTheForm : public AppTest {

@@ -21,4 +21,10 @@ struct CityZone {
 // when a country is named (any case).
 std::vector<CityZone> CitiesNamed(Database& recos, const std::string& city, const std::string& country = "");
 
+// A store made before the cities carried their zones gains the field,
+// each of its cities taking the zone of the city of the same name and
+// country in the installation's store (its own cities stay without). All
+// in one transaction, or nothing; true when the store changed.
+bool AddCityZones(Database& store, const std::string& installedStore);
+
 }  // namespace ranvel
