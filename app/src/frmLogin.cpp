@@ -303,8 +303,13 @@ void frmLogin::Impl::WatchZone(PlaceFields& f, const char* zoneNote, const char*
         zone->Refresh();
         Hint(zone, zone->accessibleDescription());
     };
-    for (QComboBox* box : {f.country, f.city}) connect(box, &QComboBox::currentTextChanged, zone, refresh);
-    connect(f.gmt, &QLineEdit::textChanged, zone, refresh);
+    // The boxes' own edits: a city picked from the store is put in with the
+    // box itself kept quiet.
+    for (QComboBox* box : {f.country, f.city}) {
+        if (box->lineEdit()) connect(box->lineEdit(), &QLineEdit::textChanged, zone, refresh);
+        else connect(box, &QComboBox::currentTextChanged, zone, refresh);
+    }
+    for (QLineEdit* e : {f.gmt, f.lati, f.longi}) connect(e, &QLineEdit::textChanged, zone, refresh);
     for (QWidget* w : moment) {
         if (auto* d = qobject_cast<QDateEdit*>(w)) connect(d, &QDateEdit::dateChanged, zone, refresh);
         else if (auto* e = qobject_cast<QLineEdit*>(w)) connect(e, &QLineEdit::textChanged, zone, refresh);

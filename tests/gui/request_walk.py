@@ -117,6 +117,24 @@ try:
     check("PM after 17.45", app.find("radio button", object_name="optAMPM(1)").checked, True)
     h.screenshot(os.path.join(shots, "person-page.png"))
 
+    # Born in London on a July day, chosen as a user does it: the place
+    # fills with the standard +00.00 and the note beside it tells of summer
+    # time; Tab reaches the note, Space puts its offset in.
+    h.type(field("txtBDate"), "14071990", verify=False)
+    h.type(app.find("combo box", object_name="cmbCountry").find("text"), "United Kingdom")
+    h.key("Return")
+    h.type(app.find("combo box", object_name="cmbCity").find("text"), "London")
+    h.key("Return")
+    check("London's standard offset", h.text_of(field("txtGMT")), "+00.00")
+    # The note speaks its whole sentence as its description.
+    note = app.find("push button", name="Summer time: +01.00")
+    check("the note's sentence", note.description, "Summer time was in force in London on 14/07/1990: +01.00")
+    h.screenshot(os.path.join(shots, "zone-note.png"))
+    h.click(field("txtGMT"))
+    h.key("Tab")
+    h.key("space")
+    check("the offset put in by the note", h.text_of(field("txtGMT")), "+01.00")
+
     # The manual opens in the program's own window, on a machine without a
     # web browser.
     h.menu("Help", "Manual...")
