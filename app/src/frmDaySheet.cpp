@@ -67,10 +67,7 @@ struct frmDayPage::Impl {
     }
     LineControl* Rule(const char* name, int x1, int y1, int x2, int y2)
     {
-        auto* line = new LineControl(form);
-        line->setObjectName(name);
-        line->SetUnit(1.0 / kTwipsPerPixel, 1.0 / kTwipsPerPixel);
-        line->SetEnds(x1, y1, x2, y2);
+        LineControl* line = TwipLine(form, name, x1, y1, x2, y2);
         rules.push_back(line);
         return line;
     }

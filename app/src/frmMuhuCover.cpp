@@ -87,11 +87,7 @@ struct frmMuhuCover::Impl {
     }
     LineControl* Rule(const char* name, int x1, int y1, int x2, int y2)
     {
-        auto* line = new LineControl(form);
-        line->setObjectName(name);
-        line->SetUnit(1.0 / kTwipsPerPixel, 1.0 / kTwipsPerPixel);
-        line->SetEnds(x1, y1, x2, y2);
-        return line;
+        return TwipLine(form, name, x1, y1, x2, y2);
     }
     void PersonBlock(QWidget* parent, int who, int x, int y, int width);
     // The header strip and the ground of a person's table, under its labels.

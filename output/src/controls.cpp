@@ -204,4 +204,13 @@ void ImageControl::paintEvent(QPaintEvent*)
     p.drawPixmap(rect(), picture_);
 }
 
+LineControl* TwipLine(QWidget* parent, const QString& name, int x1, int y1, int x2, int y2)
+{
+    auto* line = new LineControl(parent);
+    line->setObjectName(name);
+    line->SetUnit(1.0 / kTwipsPerPixel, 1.0 / kTwipsPerPixel);
+    line->SetEnds(x1, y1, x2, y2);
+    return line;
+}
+
 }  // namespace ranvel

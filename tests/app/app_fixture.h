@@ -162,4 +162,23 @@ inline RequestPerson Born(const char* name, int sex, const char* date, const cha
     return p;
 }
 
+// A marriage searched over ten days of November 2024 from 06.00 to 22.00 at
+// New Delhi, for Arjun and Meera (born at Pune unless told).
+inline MuhurthaRequest DelhiMarriage(const char* girlCity = "Pune", const char* girlLati = "018:31",
+                                     const char* girlLongi = "073:51")
+{
+    MuhurthaRequest r;
+    r.Category = "Marriage";
+    r.MuhuName = "Marriage ceremony (Vivaha)";
+    r.SearchMode = 1;
+    r.MomentDate = r.FromDate = "01/11/2024";
+    r.ToDate = "10/11/2024";
+    r.FromTime = "06.00";
+    r.ToTime = "22.00";
+    r.Place = {"India", "New Delhi", "028:36", "077:12", "N", "E", "+05.30"};
+    r.Boy = Born("Arjun", 1, "14/08/1994", "09.20", 1);
+    r.Girl = Born("Meera", 2, "03/02/1996", "17.45", 2, girlCity, girlLati, girlLongi);
+    return r;
+}
+
 }  // namespace ranvel::test

@@ -144,16 +144,7 @@ TEST_F(DaySheetWindow, OpensForTheRequestFormsDateAndPlaceAndRefusesABlankPlace)
 TEST_F(DaySheetWindow, TheCalendarsDayOpensItsSheetAtTheSearchedPlace)
 {
     MuhurthaRequest& r = main->EntryForm()->Request();
-    r.Category = "Marriage";
-    r.MuhuName = "Marriage ceremony (Vivaha)";
-    r.SearchMode = 1;
-    r.MomentDate = r.FromDate = "01/11/2024";
-    r.ToDate = "10/11/2024";
-    r.FromTime = "06.00";
-    r.ToTime = "22.00";
-    r.Place = kDelhi;
-    r.Boy = Born("Arjun", 1, "14/08/1994", "09.20", 1);
-    r.Girl = Born("Meera", 2, "03/02/1996", "17.45", 2, "Pune", "018:31", "073:51");
+    r = DelhiMarriage();
     ResetEngine(std::make_unique<clsMuhurtha>());
     r.RunEngine(Engine(), TextDB(), RecosDB());
     emit main->EntryForm()->Generated();

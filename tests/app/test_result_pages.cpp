@@ -65,16 +65,8 @@ protected:
 
 TEST_F(ResultPages, AMarriageCoverShowsTheCoupleAndWhatTheEngineFound)
 {
-    MuhurthaRequest r;
-    r.Category = "Marriage";
-    r.MuhuName = "Marriage ceremony (Vivaha)";
-    r.SearchMode = 1;
-    r.MomentDate = r.FromDate = "01/11/2024";
-    r.ToDate = "10/11/2024";
-    r.FromTime = "06.00";
-    r.ToTime = "22.00";
-    r.Boy = Born("Arjun", 1, "14/08/1994", "09.20", 1);
-    r.Girl = Born("Meera", 2, "03/02/1996", "17.45", 2);
+    // Both born at New Delhi.
+    MuhurthaRequest r = DelhiMarriage("New Delhi", "028:36", "077:12");
     Generate(r);
     clsMuhurtha& e = Engine();
 

@@ -14,14 +14,7 @@ extern "C" {
 namespace ranvel::test {
 namespace {
 
-struct Place {
-    const char* name;
-    int latDeg, latMin;
-    const char* ns;
-    int longDeg, longMin;
-    const char* ew;
-    const char* gmt;  // hours, as the record reads them
-};
+using Place = TestPlace;
 
 class SunHorizon : public ChartTest {
 protected:
@@ -33,21 +26,8 @@ protected:
     std::unique_ptr<clsPlanets> At(const Place& p, int day, int month, int year, int hour)
     {
         auto c = std::make_unique<clsPlanets>();
-        clsPerson& r = c->clsPerson();
-        r.Day(day);
-        r.Month(month);
-        r.Year(year);
-        r.Hour(hour);
-        r.Minutes(0);
-        r.LatDeg(p.latDeg);
-        r.LatMT(p.latMin);
-        r.TextNS(p.ns);
-        r.LongDeg(p.longDeg);
-        r.LongMT(p.longMin);
-        r.TextEW(p.ew);
-        r.GMTDIFF(p.gmt);
-        r.TimeCorr("0");
-        r.PLOB(p.name);
+        PutAt(c->clsPerson(), p, day, month, year, hour, 0);
+        c->clsPerson().TimeCorr("0");
         c->Calculate();
         return c;
     }
@@ -56,7 +36,7 @@ protected:
 // The rises and sets (Julian days, UT) swetest gives from a date on.
 std::vector<std::pair<char, double>> SwetestRiseSet(const Place& p, int day, int month, int year)
 {
-    const double lon = (p.longDeg + p.longMin / 60.0) * (std::string(p.ew) == "W" ? -1 : 1);
+    const double lon = (p.lonDeg + p.lonMin / 60.0) * (std::string(p.ew) == "W" ? -1 : 1);
     const double lat = (p.latDeg + p.latMin / 60.0) * (std::string(p.ns) == "S" ? -1 : 1);
     char cmd[256];
     std::snprintf(cmd, sizeof cmd, "swetest -b%d.%d.%d -rise -hindu -p0 -n4 -geopos%.6f,%.6f,0 -head 2>/dev/null",

@@ -18,14 +18,7 @@ using namespace ranvel::test;
 
 namespace {
 
-struct Place {
-    const char* name;
-    int latDeg, latMin;
-    const char* ns;
-    int lonDeg, lonMin;
-    const char* ew;
-    const char* gmt;
-};
+using Place = TestPlace;
 
 const Place kPlaces[] = {
     {"Delhi", 28, 38, "N", 77, 12, "E", "5.5"},
@@ -37,20 +30,7 @@ const Place kPlaces[] = {
 std::shared_ptr<clsPlanets> ChartAt(const Place& at, const DateTime& moment, std::shared_ptr<Database> texts = nullptr)
 {
     auto c = std::make_shared<clsPlanets>();
-    clsPerson& p = c->clsPerson();
-    p.Day(moment.Day());
-    p.Month(moment.Month());
-    p.Year(moment.Year());
-    p.Hour(moment.Hour());
-    p.Minutes(moment.Minute());
-    p.LatDeg(at.latDeg);
-    p.LatMT(at.latMin);
-    p.TextNS(at.ns);
-    p.LongDeg(at.lonDeg);
-    p.LongMT(at.lonMin);
-    p.TextEW(at.ew);
-    p.GMTDIFF(at.gmt);
-    p.PLOB(at.name);
+    PutAt(c->clsPerson(), at, moment.Day(), moment.Month(), moment.Year(), moment.Hour(), moment.Minute());
     if (texts) c->setTextDB(texts, nullptr);
     return c;
 }

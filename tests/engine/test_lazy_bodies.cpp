@@ -65,74 +65,78 @@ protected:
         EXPECT_EQ(eager, lazy);
         EXPECT_EQ(eager, replayed);
     }
+    // Random moments at Delhi under each of the fifteen ayanamshas (a custom
+    // one of 23.51), given as day, month, year, hour and minute.
+    template <typename Work>
+    void EveryAyanamsha(unsigned seed, int samples, int fromYear, int toYear, Work&& work)
+    {
+        std::mt19937 random(seed);
+        std::uniform_int_distribution<int> day(1, 28), month(1, 12), year(fromYear, toYear), hour(0, 23),
+            minute(0, 59);
+        store.Set("Init", "CustAyan", "23.51");
+        for (int ayan = 1; ayan <= 15; ++ayan) {
+            store.Set("Init", "AyanType", std::to_string(ayan));
+            for (int sample = 0; sample < samples; ++sample) {
+                const int d = day(random), m = month(random), y = year(random), h = hour(random), mi = minute(random);
+                work(ayan, d, m, y, h, mi);
+            }
+        }
+    }
 };
 
 TEST_F(LazyBodies, ChartsSunTimesAndSearchesAnswerAlikeUnderEveryAyanamsha)
 {
-    std::mt19937 random(20241123);
-    std::uniform_int_distribution<int> day(1, 28), month(1, 12), year(1950, 2040), hour(0, 23), minute(0, 59);
-    store.Set("Init", "CustAyan", "23.51");
-    for (int ayan = 1; ayan <= 15; ++ayan) {
-        store.Set("Init", "AyanType", std::to_string(ayan));
-        for (int sample = 0; sample < 3; ++sample) {
-            const int d = day(random), m = month(random), y = year(random), h = hour(random), mi = minute(random);
-            Both([&] {
-                clsPlanets c;
-                AtDelhi(c.clsPerson(), d, m, y, h, mi);
-                c.Calculate();
-                std::vector<std::uint64_t> v = Everything(c);
-                v.push_back(Bits(c.SunRiseTime()));
-                v.push_back(Bits(c.SunSetTime()));
-                v.push_back(Bits(c.NightDuration()));
-                // A second moment on the same chart: the memos keep their
-                // first values, the rest follows the moment.
-                c.clsPerson().AddMinutes(600);
-                c.Calculate();
-                for (std::uint64_t x : Everything(c)) v.push_back(x);
-                v.push_back(Bits(c.SunRiseTime()));
-                // Each point's search from the moment.
-                for (int p = 0; p <= 12; ++p) {
-                    clsGochara search;
-                    const double target = std::fmod(c.PlanetLongi(p) + 7.5, 360.0);
-                    auto found = search.Gochara(p, target, 20, c);
-                    v.push_back(Bits(found->PlanetLongi(p)));
-                    v.push_back(static_cast<std::uint64_t>(found->clsPerson().GetBirthDate().ToIsoText().size()));
-                    for (char ch : found->clsPerson().GetBirthDate().ToIsoText()) v.push_back(static_cast<unsigned char>(ch));
-                }
-                return v;
-            });
-        }
-    }
+    EveryAyanamsha(20241123, 3, 1950, 2040, [&](int, int d, int m, int y, int h, int mi) {
+        Both([&] {
+            clsPlanets c;
+            AtDelhi(c.clsPerson(), d, m, y, h, mi);
+            c.Calculate();
+            std::vector<std::uint64_t> v = Everything(c);
+            v.push_back(Bits(c.SunRiseTime()));
+            v.push_back(Bits(c.SunSetTime()));
+            v.push_back(Bits(c.NightDuration()));
+            // A second moment on the same chart: the memos keep their
+            // first values, the rest follows the moment.
+            c.clsPerson().AddMinutes(600);
+            c.Calculate();
+            for (std::uint64_t x : Everything(c)) v.push_back(x);
+            v.push_back(Bits(c.SunRiseTime()));
+            // Each point's search from the moment.
+            for (int p = 0; p <= 12; ++p) {
+                clsGochara search;
+                const double target = std::fmod(c.PlanetLongi(p) + 7.5, 360.0);
+                auto found = search.Gochara(p, target, 20, c);
+                v.push_back(Bits(found->PlanetLongi(p)));
+                v.push_back(static_cast<std::uint64_t>(found->clsPerson().GetBirthDate().ToIsoText().size()));
+                for (char ch : found->clsPerson().GetBirthDate().ToIsoText()) v.push_back(static_cast<unsigned char>(ch));
+            }
+            return v;
+        });
+    });
 }
 
 // The Sun and the Moon read alone, as the day sheet's searches read them,
 // and the limb numbers made of them, are those of the chart read whole.
 TEST_F(LazyBodies, TheLightsReadAloneGiveTheWholeChartsNumbers)
 {
-    std::mt19937 random(20261125);
-    std::uniform_int_distribution<int> day(1, 28), month(1, 12), year(1900, 2090), hour(0, 23), minute(0, 59);
-    store.Set("Init", "CustAyan", "23.51");
-    for (int ayan = 1; ayan <= 15; ++ayan) {
-        store.Set("Init", "AyanType", std::to_string(ayan));
-        for (int sample = 0; sample < 4; ++sample) {
-            clsPlanets alone, whole;
-            AtDelhi(alone.clsPerson(), day(random), month(random), year(random), hour(random), minute(random));
-            alone.CopySettingTo(whole);
-            alone.Calculate();
-            whole.Calculate();
-            (void)whole.PlanetLongi(2);  // every body read at once
-            const double S = alone.LightLongi(1), M = alone.LightLongi(7);
-            ASSERT_EQ(Bits(S), Bits(whole.PlanetLongi(1))) << ayan;
-            ASSERT_EQ(Bits(M), Bits(whole.PlanetLongi(7))) << ayan;
-            EXPECT_EQ(clsPlanets::TithiOf(S, M), whole.Tithi());
-            EXPECT_EQ(clsPlanets::NakshatraNum(M), whole.Nakshatra());
-            EXPECT_EQ(clsPlanets::YogaOf(S, M), whole.YogaNumber());
-            EXPECT_EQ(clsPlanets::KaranNumOf(S, M), whole.KaranNum());
-            // Reading the rest afterwards leaves the lights as they were read.
-            EXPECT_EQ(Bits(alone.PlanetLongi(7)), Bits(M));
-            EXPECT_EQ(Everything(alone), Everything(whole));
-        }
-    }
+    EveryAyanamsha(20261125, 4, 1900, 2090, [&](int ayan, int d, int m, int y, int h, int mi) {
+        clsPlanets alone, whole;
+        AtDelhi(alone.clsPerson(), d, m, y, h, mi);
+        alone.CopySettingTo(whole);
+        alone.Calculate();
+        whole.Calculate();
+        (void)whole.PlanetLongi(2);  // every body read at once
+        const double S = alone.LightLongi(1), M = alone.LightLongi(7);
+        ASSERT_EQ(Bits(S), Bits(whole.PlanetLongi(1))) << ayan;
+        ASSERT_EQ(Bits(M), Bits(whole.PlanetLongi(7))) << ayan;
+        EXPECT_EQ(clsPlanets::TithiOf(S, M), whole.Tithi());
+        EXPECT_EQ(clsPlanets::NakshatraNum(M), whole.Nakshatra());
+        EXPECT_EQ(clsPlanets::YogaOf(S, M), whole.YogaNumber());
+        EXPECT_EQ(clsPlanets::KaranNumOf(S, M), whole.KaranNum());
+        // Reading the rest afterwards leaves the lights as they were read.
+        EXPECT_EQ(Bits(alone.PlanetLongi(7)), Bits(M));
+        EXPECT_EQ(Everything(alone), Everything(whole));
+    });
 }
 
 // A chart calculated over and over with nothing read in between, then

@@ -72,6 +72,9 @@ private:
     int width_ = 1;
 };
 
+// A line placed on a form by its ends in twips.
+LineControl* TwipLine(QWidget* parent, const QString& name, int x1, int y1, int x2, int y2);
+
 // A rectangle (Shape 0) or a circle (Shape 3) with a border and, when its
 // BackStyle is opaque, a fill.
 class ShapeControl : public QWidget {
