@@ -1,6 +1,7 @@
 #include "ranvel/app/frmEditLongLat.h"
 
 #include <QComboBox>
+#include <QDateTime>
 #include <QCompleter>
 #include <QFocusEvent>
 #include <QIcon>
@@ -15,6 +16,7 @@
 
 #include "ranvel/app/appinfo.h"
 #include "ranvel/app/formkit.h"
+#include "ranvel/data/cityzones.h"
 #include "ranvel/data/datafiles.h"
 #include "ranvel/data/messages.h"
 #include "ranvel/data/places.h"
@@ -22,6 +24,7 @@
 #include "ranvel/platform/gui/qstr.h"
 #include "ranvel/platform/sinks.h"
 #include "ranvel/platform/vbmath.h"
+#include "ranvel/platform/zones.h"
 
 namespace ranvel {
 
@@ -153,6 +156,9 @@ struct frmEditLongLat::Impl {
     QRadioButton* optEast = nullptr;
     QRadioButton* optWest = nullptr;
     QLineEdit* txtCitGMT = nullptr;
+    // The city's time zone and the offset its clock keeps today: the field
+    // keeps the standard offset, this tells of summer time.
+    QLabel* lblCitZone = nullptr;
     QPushButton* cmdSave = nullptr;
     QPushButton* cmdDelete = nullptr;
 
@@ -180,6 +186,7 @@ struct frmEditLongLat::Impl {
     explicit Impl(frmEditLongLat* f) : form(f) {}
 
     void BuildCityTab();
+    void ShowCityZone(const places::CityFields& c);
     void BuildCountryTab();
     void BuildAyanamshTab();
     void BuildRahuTab();
@@ -250,6 +257,7 @@ void frmEditLongLat::Impl::BuildCityTab()
     txtCitGMT = ui::MaskEdit(p, "txtCitGMT", "#99.99", places::kBlankZone, {124, 212, 72, 26});
     FieldLabel(p, "lblCitGMT", "Time &zone:", {16, 212, 100, 26}, txtCitGMT);
     Note(p, "lblCitGMTNote", "Hours and minutes from GMT, as +05.30.", {212, 216, 300, 20});
+    lblCitZone = ui::Label(p, "lblCitZone", QString(), {124, 244, 400, 20});
 
     cmdSave = ui::Button(p, "cmdSave", "Sa&ve", kSaveButton);
     cmdSave->setIcon(QIcon(":/icons/save.svg"));
@@ -457,6 +465,28 @@ void frmEditLongLat::Impl::ShowCity(const places::CityFields& c)
     txtLong->setText(Q(c.Longy));
     (c.East ? optEast : optWest)->setChecked(true);
     txtCitGMT->setText(Q(c.GMTDiff));
+    ShowCityZone(c);
+}
+
+void frmEditLongLat::Impl::ShowCityZone(const places::CityFields& c)
+{
+    QString text;
+    try {
+        const std::vector<CityZone> found = CitiesNamed(*RecosDB(), c.City, c.Country);
+        if (!found.empty() && !found.front().Zone.empty()) {
+            const QDateTime now = QDateTime::currentDateTime();
+            const ZoneReading r = Zones().At(
+                found.front().Zone, DateTime::FromParts(now.date().year(), now.date().month(), now.date().day(),
+                                                        now.time().hour(), now.time().minute()));
+            text = Q(found.front().Zone) + ": ";
+            text += r.kind == ZoneReading::Kind::Unknown
+                        ? "offset not known (" + Q(r.why) + ")"
+                        : Q(ZoneOffsetText(r.minutes)) + " today" + (r.daylight ? ", summer time" : "");
+        }
+    } catch (const std::exception&) {
+        text.clear();  // the zone is only told; the fields stand without it
+    }
+    lblCitZone->setText(text);
 }
 
 void frmEditLongLat::Impl::CityChosen(const QString& name)
@@ -473,6 +503,7 @@ void frmEditLongLat::Impl::CityChosen(const QString& name)
 void frmEditLongLat::Impl::NewCity()
 {
     places->NewCity();
+    lblCitZone->clear();
     SetEditText(cmbCityList, QString());
     txtLat->setText(places::kBlankDegrees);
     txtLong->setText(places::kBlankDegrees);

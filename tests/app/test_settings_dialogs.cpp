@@ -136,6 +136,8 @@ TEST_F(PlaceEditorForm, APickedCityIsChangedInPlaceAndANewOneAdded)
     EXPECT_TRUE(Checked("optEast"));
     EXPECT_EQ(Field("txtCitGMT"), "+05.30");
     EXPECT_TRUE(Find<QLabel>("lblCityMode")->text().contains("Changing"));
+    // The city's zone is told beside its field, which it leaves alone.
+    EXPECT_EQ(Find<QLabel>("lblCitZone")->text(), "Asia/Kolkata: +05.30 today");
 
     Type("txtLat", "02720");
     Click("cmdSave");
@@ -146,6 +148,7 @@ TEST_F(PlaceEditorForm, APickedCityIsChangedInPlaceAndANewOneAdded)
 
     Click("cmdNewCity");
     EXPECT_TRUE(Find<QLabel>("lblCityMode")->text().contains("Adding"));
+    EXPECT_EQ(Find<QLabel>("lblCitZone")->text(), "");
     EXPECT_EQ(Field("txtLat"), "000:00");
     EXPECT_EQ(Field("txtCitGMT"), "+05.30");  // the country's zone is offered
     Pick("cmbCityList", "Testpur");
