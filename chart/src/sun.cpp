@@ -117,6 +117,14 @@ double clsPlanets::SunSetTime()
     return sunSet_;
 }
 
+std::optional<double> clsPlanets::SunRiseAfterMoment()
+{
+    const ranvel::clsPerson& p = clsPerson();
+    const auto rise = SunOnHorizon(p, UtOfClock(p, p.HourN() + p.MinutesN() / 60.0), true);
+    if (!rise) return std::nullopt;
+    return ClockNumberOf(p, *rise);
+}
+
 double clsPlanets::DayDuration() { return MinToDec(SunSetTime()) - MinToDec(SunRiseTime()); }
 
 double clsPlanets::NightDuration()
@@ -125,9 +133,8 @@ double clsPlanets::NightDuration()
     double next = 0;
     std::optional<double> rise;
     if (AstronomicalSunrise()) {
-        const ranvel::clsPerson& p = clsPerson();
-        rise = SunOnHorizon(p, UtOfClock(p, p.HourN() + p.MinutesN() / 60.0), true);
-        if (rise) next = ClockNumberOf(p, *rise);
+        rise = SunRiseAfterMoment();
+        if (rise) next = *rise;
         else sunWithoutHorizon_ = true;
     }
     if (!rise) {

@@ -336,6 +336,15 @@ std::string clsMuhurtha::SunriseByLagna(clsPlanets& Chart)
     std::string key = p.GetBirthDate().ToIsoText() + "|" + p.LatDeg() + ":" + p.LatMT() + "|" + p.LongDeg() + ":" +
                       p.LongMT() + "|" + p.GMTDIFF();
     if (caching_ && key == sunriseKey_) return sunriseValue_;
+    // The Sun's disc on the true horizon when the user chose it; where it
+    // does not rise, the Lagna's search below.
+    if (clsPlanets::AstronomicalSunrise()) {
+        if (const std::optional<double> rise = Chart.SunRiseAfterMoment()) {
+            sunriseKey_ = key;
+            sunriseValue_ = vb::Format(*rise, "00.00");
+            return sunriseValue_;
+        }
+    }
     clsPlanets copy;
     Chart.CopySettingTo(copy);
     copy.Calculate();

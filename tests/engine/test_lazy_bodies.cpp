@@ -65,6 +65,40 @@ protected:
         EXPECT_EQ(eager, lazy);
         EXPECT_EQ(eager, replayed);
     }
+    // A journey searched at Delhi (or another place) over one month or
+    // twelve from 1 January 2024, 05.00 to 21.00, with every code: its
+    // results, best Muhurtha, lagna span and best chart, as text.
+    std::vector<std::string> Search(int months, const TestPlace* at = nullptr)
+    {
+        auto place = std::make_shared<clsPlanets>();
+        if (at) PutAt(place->clsPerson(), *at, 1, 1, 2024, 0, 0);
+        else AtDelhi(place->clsPerson(), 1, 1, 2024, 0, 0);
+        place->Calculate();
+        PersonChart() = std::make_shared<clsPlanets>();
+        AtDelhi(PersonChart()->clsPerson(), 2, 9, 1990, 7, 5);
+        PersonChart()->Calculate();
+        clsMuhurtha e(db);
+        const DateTime to = months == 1 ? DateTime::FromParts(2024, 1, 31) : DateTime::FromParts(2024, 12, 31);
+        e.CheckMuhurtha("All", "Journey", DateTime::FromParts(2024, 1, 1), to, 5.0, 21.0, *place);
+        std::vector<std::string> out;
+        for (const MomentResult& r : e.Results)
+            out.push_back(r.Date.ToIsoText() + " " + r.Time + " " + vb::CStr(r.Score) + " " + r.FructElems);
+        out.push_back(e.BestMuhuTime() + " " + e.BestMuhuDate().ToIsoText() + " " + e.BestMuhuScore() + " " +
+                      e.BestMuhuFructElems() + " " + vb::CStr(e.BestMuhuPercent()));
+        for (auto* lagna : {e.LagnaStartChart.get(), e.LagnaEndChart.get()})
+            out.push_back(lagna->clsPerson().GetBirthDate().ToIsoText() + " " + vb::CStr(lagna->PlanetLongi(0)));
+        for (std::uint64_t x : Everything(*e.BestChart)) out.push_back(std::to_string(x));
+        return out;
+    }
+    void AddEveryCode()
+    {
+        AddMuhurtha("ALL", "All", "Journey",
+                    "T:2,N:4,D:2,D2:3,L:2,L2:5,M12,TG,M:1,KP:5,SP:7,RIKTABAD,UTTARAYAN,RAHUKAAL,DP,TP,PH,SD,SSD,DP2,"
+                    "TP2,MN:2,BHADRA,BHADRABAD,MDIR,YOGNIV,DISHASHULA,VISHDAY,VISHTITHI,JUPVENCOMBUST,LAGNASHUDDHI,"
+                    "VEDHANAK,LATTADOSHA,PAATDOSHA,KRANTISAMYA,YUTIDOSHA,JAMITRADOSHA,EKARGALADOSHA,UPAGRAHADOSHA,"
+                    "TITHIDAGDHADOSHA,EARTHSLEEPING,HARISHAYAN,KHARMAAS,BOYSURYA,GIRLGURU,BOYMOON,GIRLMOON",
+                    "T,N,D,RIKTABAD,RAHUKAAL,PH,VISHDAY,VISHTITHI,LAGNASHUDDHI");
+    }
     // Random moments at Delhi under each of the fifteen ayanamshas (a custom
     // one of 23.51), given as day, month, year, hour and minute.
     template <typename Work>
@@ -165,34 +199,24 @@ TEST_F(LazyBodies, UnreadCalculationsLeaveTheRowsTheyWouldHave)
 
 TEST_F(LazyBodies, SearchesOfAMonthAndAYearWithEveryCodeFindTheSame)
 {
-    AddMuhurtha("ALL", "All", "Journey",
-                "T:2,N:4,D:2,D2:3,L:2,L2:5,M12,TG,M:1,KP:5,SP:7,RIKTABAD,UTTARAYAN,RAHUKAAL,DP,TP,PH,SD,SSD,DP2,TP2,"
-                "MN:2,BHADRA,BHADRABAD,MDIR,YOGNIV,DISHASHULA,VISHDAY,VISHTITHI,JUPVENCOMBUST,LAGNASHUDDHI,VEDHANAK,"
-                "LATTADOSHA,PAATDOSHA,KRANTISAMYA,YUTIDOSHA,JAMITRADOSHA,EKARGALADOSHA,UPAGRAHADOSHA,TITHIDAGDHADOSHA,"
-                "EARTHSLEEPING,HARISHAYAN,KHARMAAS,BOYSURYA,GIRLGURU,BOYMOON,GIRLMOON",
-                "T,N,D,RIKTABAD,RAHUKAAL,PH,VISHDAY,VISHTITHI,LAGNASHUDDHI");
-    for (int months : {1, 12}) {
-        Both([&] {
-            auto place = std::make_shared<clsPlanets>();
-            AtDelhi(place->clsPerson(), 1, 1, 2024, 0, 0);
-            place->Calculate();
-            PersonChart() = std::make_shared<clsPlanets>();
-            AtDelhi(PersonChart()->clsPerson(), 2, 9, 1990, 7, 5);
-            PersonChart()->Calculate();
-            clsMuhurtha e(db);
-            const DateTime to = months == 1 ? DateTime::FromParts(2024, 1, 31) : DateTime::FromParts(2024, 12, 31);
-            e.CheckMuhurtha("All", "Journey", DateTime::FromParts(2024, 1, 1), to, 5.0, 21.0, *place);
-            std::vector<std::string> out;
-            for (const MomentResult& r : e.Results)
-                out.push_back(r.Date.ToIsoText() + " " + r.Time + " " + vb::CStr(r.Score) + " " + r.FructElems);
-            out.push_back(e.BestMuhuTime() + " " + e.BestMuhuDate().ToIsoText() + " " + e.BestMuhuScore() + " " +
-                          e.BestMuhuFructElems() + " " + vb::CStr(e.BestMuhuPercent()));
-            for (auto* lagna : {e.LagnaStartChart.get(), e.LagnaEndChart.get()})
-                out.push_back(lagna->clsPerson().GetBirthDate().ToIsoText() + " " + vb::CStr(lagna->PlanetLongi(0)));
-            for (std::uint64_t x : Everything(*e.BestChart)) out.push_back(std::to_string(x));
-            return out;
-        });
-    }
+    AddEveryCode();
+    for (int months : {1, 12}) Both([&] { return Search(months); });
+}
+
+// The astronomical sunrise left off, whether never set or set off, leaves a
+// year's search as it always was; set on, its sunrise reaches the results
+// (at New York, whose ecliptic rising is that of the mirrored place).
+TEST_F(LazyBodies, AYearsSearchIsTheSameUnlessTheAstronomicalSunriseIsOn)
+{
+    AddEveryCode();
+    const TestPlace newYork = {"New York", 40, 43, "N", 74, 0, "W", "-5"};
+    const std::vector<std::string> never = Search(12);
+    const std::vector<std::string> neverThere = Search(12, &newYork);
+    store.Set("Settings", "AstroSunrise", "0");
+    EXPECT_EQ(Search(12), never);
+    EXPECT_EQ(Search(12, &newYork), neverThere);
+    store.Set("Settings", "AstroSunrise", "1");
+    EXPECT_NE(Search(12, &newYork), neverThere);
 }
 
 }  // namespace

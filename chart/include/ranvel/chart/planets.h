@@ -195,6 +195,10 @@ public:
     // With that choice, the Sun did not cross the horizon on the chart's day
     // (or by the moment's next sunrise) and the ecliptic rule stood in.
     bool SunWithoutHorizon() const { return sunWithoutHorizon_; }
+    // The Sun's next rising on the true horizon after the chart's moment,
+    // as the chart's HH.MM number; nothing where it does not rise within a
+    // day and a half.
+    std::optional<double> SunRiseAfterMoment();
     // Decimal hours from sunrise to sunset.
     double DayDuration();
     // Decimal hours of the night, kept like sunrise.
