@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "commands.h"
+#include "ranvel/app/appinfo.h"
+#include "ranvel/chart/ephemeris.h"
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/gui/systemzones.h"
 #include "ranvel/platform/vbmath.h"
@@ -16,8 +18,13 @@ namespace {
 
 const char* const kUsage =
     "usage: ranvel-cli [--app-dir DIR] COMMAND [options]\n"
+    "       ranvel-cli --version\n"
     "\n"
     "commands:\n"
+    "  version (or --version)\n"
+    "      the program's version, and the ephemeris its positions come from:\n"
+    "      Swiss Ephemeris with its data files, or the analytical ephemeris it\n"
+    "      falls back to when it finds none\n"
     "  record [--input FILE] [--step MINUTES] [--count N] [--json]\n"
     "      show a moment record (a built-in sample without --input) and how\n"
     "      the search steps it through time\n"
@@ -83,6 +90,9 @@ int main(int argc, char** argv)
 {
     std::vector<std::string> args(argv + 1, argv + argc);
     ranvel::UseSystemZones();
+    // Which ephemeris the library will use is asked once, before any chart,
+    // as the desktop asks at its start.
+    const ranvel::EphemerisInfo& ephemeris = ranvel::EphemerisInUse();
     try {
         if (args.size() >= 2 && args[0] == "--app-dir") {
             ranvel::SetAppDir(args[1]);
@@ -91,6 +101,12 @@ int main(int argc, char** argv)
         if (args.empty() || args[0] == "--help" || args[0] == "-h" || args[0] == "help") {
             std::fputs(kUsage, args.empty() ? stderr : stdout);
             return args.empty() ? 2 : 0;
+        }
+        if (args[0] == "--version" || args[0] == "version") {
+            if (args.size() > 1) throw std::invalid_argument("unexpected argument '" + args[1] + "'");
+            std::printf("ranvel-cli %s\n%s\n", ranvel::VersionNumber().c_str(),
+                        ranvel::EphemerisSentence(ephemeris).c_str());
+            return 0;
         }
         static const std::map<std::string, Command> commands = {
             {"record", {ranvel::cli::CmdRecord, {"json"}}},

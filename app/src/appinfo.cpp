@@ -8,10 +8,12 @@ const std::string& AppTitle()
     return title;
 }
 
-std::string ReleaseText()
+std::string VersionNumber()
 {
-    return "Release " + std::to_string(RANVEL_VERSION_MAJOR) + "." + std::to_string(RANVEL_VERSION_MINOR) + "." +
+    return std::to_string(RANVEL_VERSION_MAJOR) + "." + std::to_string(RANVEL_VERSION_MINOR) + "." +
            std::to_string(RANVEL_VERSION_PATCH);
 }
+
+std::string ReleaseText() { return "Release " + VersionNumber(); }
 
 }  // namespace ranvel

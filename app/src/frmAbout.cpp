@@ -6,6 +6,7 @@
 
 #include "ranvel/app/appinfo.h"
 #include "ranvel/app/formkit.h"
+#include "ranvel/chart/ephemeris.h"
 #include "ranvel/platform/apppaths.h"
 #include "ranvel/platform/gui/qstr.h"
 
@@ -15,7 +16,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent)
 {
     setObjectName("frmAbout");
     setWindowTitle("About " + Q(AppTitle()));
-    setFixedSize(460, 330);
+    setFixedSize(460, 340);
     QLabel* logo = ui::Label(this, "picLogo", QString(), {20, 20, 64, 64});
     logo->setPixmap(QIcon(":/icons/app.svg").pixmap(64, 64));
     QLabel* title = ui::Label(this, "lblTitle", Q(AppTitle()), {100, 20, 340, 32});
@@ -33,13 +34,20 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent)
         "Display fonts: renamed copies of the DejaVu and Lohit fonts, under their own free licences "
         "(see EPHE/Fonti/FONTS-LICENCES.txt).\n\n"
         "Your persons, places, themes and settings stay on this computer.",
-        {20, 96, 420, 180});
+        {20, 96, 420, 134});
     text->setWordWrap(true);
     text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    QLabel* where = ui::Label(this, "lblDataDir", "Your data: " + Q(UserDataDir()), {20, 276, 320, 40});
+    // Which ephemeris this run's positions come from: the library's data
+    // files, or the analytical one it falls back to without them. Selectable,
+    // to be copied into a question about a chart.
+    QLabel* ephemeris = ui::Label(this, "lblEphemeris", Q(EphemerisSentence()), {20, 234, 420, 40});
+    ephemeris->setWordWrap(true);
+    ephemeris->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    ephemeris->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QLabel* where = ui::Label(this, "lblDataDir", "Your data: " + Q(UserDataDir()), {20, 286, 320, 40});
     where->setWordWrap(true);
     where->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    QPushButton* ok = ui::Button(this, "cmdOK", "OK", {360, 284, 80, 28});
+    QPushButton* ok = ui::Button(this, "cmdOK", "OK", {360, 294, 80, 28});
     ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
 }

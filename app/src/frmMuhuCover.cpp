@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "ranvel/app/pagestyle.h"
+#include "ranvel/chart/ephemeris.h"
 #include "ranvel/data/datafiles.h"
 #include "ranvel/data/settings_keys.h"
 #include "ranvel/data/themes.h"
@@ -212,6 +213,10 @@ frmMuhuCover::frmMuhuCover(QWidget* parent) : QWidget(parent), d_(std::make_uniq
     // The foot: the user's name and address.
     d_->linFoot = d_->Rule("linFoot", kLeft, 15020, kLeft + kWidth, 15020);
     d_->Make(this, "lblDispName", kLeft, 15100, kWidth, 320, 2);
+    // Below it, only when the ephemeris's data files were not found: that
+    // the positions came from the analytical ephemeris (empty otherwise, so
+    // that the usual report is printed and exported as it always was).
+    d_->Make(this, "lblEphemeris", kLeft, 15420, kWidth, 300, 2);
 }
 
 frmMuhuCover::~frmMuhuCover() = default;
@@ -310,6 +315,8 @@ void frmMuhuCover::FillValues()
     set("lblFrontLogo", best.GetHeadValue(1, "Muhurtha", "Muhurtha").ToTextOrEmpty());
     set("lblSunriseRule", clsPlanets::AstronomicalSunrise() ? "Astronomical sunrise (true horizon)"
                                                            : "");
+    const EphemerisInfo& ephemeris = EphemerisInUse();
+    set("lblEphemeris", ephemeris.files ? "" : EphemerisSentence(ephemeris));
 }
 
 void frmMuhuCover::SetFonts()
@@ -363,6 +370,8 @@ void frmMuhuCover::SetFonts()
     rule.setItalic(true);
     Label("lblSunriseRule")->setFont(rule);
     page::Paint(Label("lblSunriseRule"), page::Color(Style::Value));
+    Label("lblEphemeris")->setFont(rule);
+    page::Paint(Label("lblEphemeris"), page::Color(Style::Value));
     page::Paint(Label("lblDispName"), ColorFromSetting(c.CompanyNameCol));
     Label("lblPageNo")->setFont(small);
     page::Paint(Label("lblPageNo"), ColorFromSetting(c.NormTextCol));

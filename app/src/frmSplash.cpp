@@ -10,6 +10,7 @@
 #include "ranvel/app/frmWizard.h"
 #include "ranvel/app/mdiMother.h"
 #include "ranvel/app/startup.h"
+#include "ranvel/chart/ephemeris.h"
 #include "ranvel/data/datafiles.h"
 #include "ranvel/data/settings_keys.h"
 #include "ranvel/data/storeguard.h"
@@ -151,6 +152,10 @@ bool frmSplash::DoLoad()
                AppTitle(), MsgIcon::Critical);
         return false;
     }
+    // Whether the ephemeris's data files are found is asked once, before any
+    // chart; the main window, the about box and the reports name the answer.
+    Status("Checking Ephemeris...");
+    EphemerisInUse();
     Status("Loading Application...");
     try {
         // The page and chart colours, read once here and again after each save.

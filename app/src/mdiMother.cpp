@@ -35,6 +35,7 @@
 #include "ranvel/app/frmMuhuCover.h"
 #include "ranvel/app/frmMuhuTxt.h"
 #include "ranvel/app/frmWizard.h"
+#include "ranvel/chart/ephemeris.h"
 #include "ranvel/engine/calendar.h"
 #include "ranvel/engine/daysheet.h"
 #include "ranvel/engine/request.h"
@@ -118,6 +119,12 @@ mdiMother::mdiMother(QWidget* parent) : QMainWindow(parent)
     setCentralWidget(central);
     statusBar()->setObjectName("sbStatusBar");
     statusBar()->showMessage("Ready");
+    // On the right, for as long as the window lives: the ephemeris the
+    // positions come from, in a few words, the whole sentence on hovering.
+    auto* ephemeris = new QLabel(Q(EphemerisShortName(EphemerisInUse())), statusBar());
+    ephemeris->setObjectName("lblEphemeris");
+    ephemeris->setToolTip(Q(EphemerisSentence()));
+    statusBar()->addPermanentWidget(ephemeris);
 
     // The entry form sits in the middle of its page, and scrolls on a
     // screen too small for it.

@@ -1,5 +1,6 @@
 // The main window: three ways from topic to topic kept in step, the view
-// kept between runs, the way back to the entry form, and leaving.
+// kept between runs, the way back to the entry form, and leaving; the
+// ephemeris in use named in its status bar and its about box.
 #include <QAction>
 #include <QComboBox>
 #include <QLabel>
@@ -10,9 +11,11 @@
 #include <QTreeWidget>
 
 #include "app/app_fixture.h"
+#include "ranvel/app/frmAbout.h"
 #include "ranvel/app/frmHelp.h"
 #include "ranvel/app/frmLogin.h"
 #include "ranvel/app/mdiMother.h"
+#include "ranvel/chart/ephemeris.h"
 
 namespace ranvel::test {
 namespace {
@@ -188,6 +191,32 @@ TEST_F(MainWindowTest, MenusCarryTheirCaptionsAndCommandsAnswer)
     EXPECT_EQ(messages.Messages().back().title, "Exit program?");
     EXPECT_EQ(messages.Messages().back().text, "Do you really want to exit?");
     EXPECT_EQ(MainWindow(), main);
+}
+
+// The status bar names the ephemeris on its right for as long as the window
+// lives, the whole sentence on hovering, and goes away with the bar; the
+// about box shows the same sentence.
+TEST_F(MainWindowTest, TheStatusBarAndTheAboutBoxNameTheEphemeris)
+{
+    const QString sentence = QString::fromStdString(EphemerisSentence());
+    ASSERT_TRUE(sentence.startsWith("Ephemeris: Swiss Ephemeris ")) << sentence.toStdString();
+    main = new mdiMother;
+    main->show();
+    auto* label = main->statusBar()->findChild<QLabel*>("lblEphemeris");
+    ASSERT_NE(label, nullptr);
+    EXPECT_EQ(label->text(), "Swiss Ephemeris files");
+    EXPECT_EQ(label->toolTip(), sentence);
+    main->statusBar()->showMessage("Searching...");
+    EXPECT_TRUE(label->isVisible());
+    main->Action("mnuViewStatus")->trigger();
+    EXPECT_FALSE(label->isVisible());
+    main->Action("mnuViewStatus")->trigger();
+    EXPECT_TRUE(label->isVisible());
+
+    frmAbout about(main);
+    auto* line = about.findChild<QLabel*>("lblEphemeris");
+    ASSERT_NE(line, nullptr);
+    EXPECT_EQ(line->text(), sentence);
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 // ranvel-cli run as a user runs it: what no request form would take is
 // refused with exit 2 and a message that names the field, before any work
-// and before any file is written; what the form takes still runs.
+// and before any file is written; what the form takes still runs. And what
+// the program says of itself: its version and the ephemeris it runs on.
 #include <functional>
+#include <regex>
 
 #include "cli_run.h"
 
@@ -275,6 +277,47 @@ TEST(ChartInputRefusals, ThePersonFieldsTheSettingsAndTheOptionsAreNamed)
         EXPECT_NE(o.err.find(named), std::string::npos) << o.err;
         EXPECT_EQ(o.out, "") << named;
     }
+}
+
+// The version and the ephemeris, with the library's files where it finds
+// them and with SE_EPHE_PATH pointing at an empty folder, as on a machine
+// without them: then the analytical ephemeris is named, and a report's cover
+// says so at its foot; with the files the report carries no such line.
+TEST(Version, NamesTheEphemerisWithItsFilesAndWithoutThem)
+{
+    const fs::path empty = Scratch() / "no-ephemeris";
+    fs::create_directories(empty);
+    const std::vector<std::string> hidden = {"SE_EPHE_PATH=" + empty.string()};
+    const std::regex firstLine("ranvel-cli [0-9]+\\.[0-9]+\\.[0-9]+\n");
+    const auto run = [&](std::vector<std::string> args, const std::vector<std::string>& env) {
+        args.insert(args.begin(), RANVEL_CLI);
+        return cli_run::Spawn(std::move(args), Scratch(), env);
+    };
+    const auto pdfText = [&](const std::vector<std::string>& env) {
+        const std::string pdf = (Scratch() / "report.pdf").string();
+        const Outcome o = run({"muhurtha", "--request", Write("request.json", Moment()), "--pdf", pdf}, env);
+        EXPECT_EQ(o.code, 0) << o.err;
+        return cli_run::Spawn({"pdftotext", pdf, "-"}, Scratch()).out;
+    };
+
+    const Outcome files = run({"--version"}, {});
+    EXPECT_EQ(files.code, 0) << files.err;
+    EXPECT_TRUE(std::regex_search(files.out, firstLine, std::regex_constants::match_continuous)) << files.out;
+    EXPECT_NE(files.out.find("\nEphemeris: Swiss Ephemeris "), std::string::npos) << files.out;
+    EXPECT_NE(files.out.find(" files ("), std::string::npos) << files.out;
+    EXPECT_EQ(run({"version"}, {}).out, files.out);
+
+    const Outcome analytical = run({"--version"}, hidden);
+    EXPECT_EQ(analytical.code, 0) << analytical.err;
+    EXPECT_TRUE(std::regex_search(analytical.out, firstLine, std::regex_constants::match_continuous));
+    EXPECT_NE(analytical.out.find("\nEphemeris: the analytical ephemeris built into Swiss Ephemeris "),
+              std::string::npos)
+        << analytical.out;
+    EXPECT_NE(analytical.out.find("(its data files were not found)\n"), std::string::npos) << analytical.out;
+
+    EXPECT_EQ(run({"--version", "--json"}, {}).code, 2);
+    EXPECT_EQ(pdfText({}).find("Ephemeris"), std::string::npos);
+    EXPECT_NE(pdfText(hidden).find("analytical ephemeris"), std::string::npos);
 }
 
 }  // namespace

@@ -7,7 +7,9 @@ namespace ranvel {
 
 // "Ranvel": the title of the windows and the name of the settings.
 const std::string& AppTitle();
-// "Release " + major + "." + minor + "." + revision.
+// major + "." + minor + "." + revision, e.g. "0.1.0".
+std::string VersionNumber();
+// "Release " + VersionNumber().
 std::string ReleaseText();
 
 }  // namespace ranvel
