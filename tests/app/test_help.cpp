@@ -172,7 +172,7 @@ TEST_F(HelpWindowTest, TheContentsListTheManualsPagesAndFollowThePageShown)
     QStringList pages;
     for (int i = 0; i < tree->topLevelItemCount(); ++i) pages << tree->topLevelItem(i)->text(0);
     EXPECT_EQ(pages, (QStringList{"Contents", "Making a request", "The result", "Persons", "Settings", "Files",
-                                  "Keyword index"}));
+                                  "Troubleshooting", "Keyword index"}));
 
     QTreeWidgetItem* result = tree->topLevelItem(2);
     ClickItem(result);
@@ -191,7 +191,7 @@ TEST_F(HelpWindowTest, TheContentsListTheManualsPagesAndFollowThePageShown)
     EXPECT_EQ(tree->currentItem()->text(0), "Cities and countries");
     EXPECT_EQ(tree->currentItem()->parent(), tree->topLevelItem(4));
     Help()->Open("keywords.html");
-    EXPECT_EQ(tree->currentItem(), tree->topLevelItem(6));
+    EXPECT_EQ(tree->currentItem(), tree->topLevelItem(7));
 }
 
 TEST_F(HelpWindowTest, TheSearchListsThePagesHoldingEveryWordAndMarksThemOnThePage)
