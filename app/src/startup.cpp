@@ -96,6 +96,9 @@ void PrepareLook(QApplication& app)
     QApplication::setApplicationName(QString::fromStdString(AppTitle()));
     QApplication::setApplicationDisplayName(QString::fromStdString(AppTitle()));
     QApplication::setWindowIcon(QIcon(":/icons/app.svg"));
+    // The desktop entry an installation puts in the menu: a Wayland desktop
+    // joins the window to its name and icon by this id.
+    QGuiApplication::setDesktopFileName("example.ranvel.Ranvel");
     // The forms are laid out for this face and size.
     QFont font("Liberation Sans");
     font.setStyleHint(QFont::SansSerif);

@@ -412,7 +412,10 @@ void DrawLegend(Canvas& canvas, const Layout& l, const CalendarColours& colours)
             DrawBestFrame(canvas, sample, colours, c);
             break;
         case Key::Outside:
+            // Outlined: the fill is close to the paper's, which the legend
+            // stands on.
             canvas.Fill(sample, colours.Outside);
+            canvas.Frame(sample, Mix(colours.Paper, colours.Text, 0.3), canvas.Hair());
             break;
         case Key::Untested:
             canvas.Fill(sample, colours.Paper);
