@@ -152,11 +152,11 @@ bool frmSplash::DoLoad()
                AppTitle(), MsgIcon::Critical);
         return false;
     }
-    // Whether the ephemeris's data files are found is asked once, before any
-    // chart; the main window, the about box and the reports name the answer.
-    Status("Checking Ephemeris...");
-    EphemerisInUse();
     Status("Loading Application...");
+    // Whether the ephemeris's data files are found is asked once, before any
+    // chart, without a step of its own on the splash; the main window, the
+    // about box and the reports name the answer.
+    EphemerisInUse();
     try {
         // The page and chart colours, read once here and again after each save.
         LoadActiveColors();
