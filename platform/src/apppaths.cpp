@@ -18,6 +18,10 @@ std::string g_appDir;
 // The installation and per-user folder whose user files were last made
 // ready; a new installation folder makes them ready again.
 std::string g_seededFor;
+// The installation whose place for the user's files was last decided, and
+// the decision; a new installation folder decides again.
+std::string g_decidedFor;
+bool g_perUser = false;
 
 std::string Normalised(const std::string& dir)
 {
@@ -45,6 +49,7 @@ void SetAppDir(const std::string& dir)
 {
     g_appDir = dir.empty() ? std::string() : Normalised(dir);
     g_seededFor.clear();
+    g_decidedFor.clear();
 }
 
 std::string ResolvePath(const std::string& base, std::string_view relative)
@@ -180,6 +185,15 @@ std::string PerUserDir()
     return Normalised(std::string(home && *home ? home : ".") + "/.local/share/ranvel");
 }
 
+// An installation made for every user of the machine says so with this
+// file beside the program: its users' files then live in their own folders
+// even for a user who may write there (root), so that no run writes into
+// what the package manager owns and will replace.
+bool SharedInstallation(const std::string& app)
+{
+    return FileExists(ResolvePath(app, "INSTALLED"));
+}
+
 // The per-user folder was once made for this installation: the user's
 // files live there from then on, whatever the installation's rights say
 // later, so that persons saved in one place never hide behind another.
@@ -197,14 +211,12 @@ std::string UserDataDir() { return UsesUserDataDir() ? PerUserDir() : AppDir(); 
 bool UsesUserDataDir()
 {
     if (g_userDataMode >= 0) return g_userDataMode == 1;
-    static std::string decidedFor;
-    static bool perUser = false;
     const std::string app = AppDir();
-    if (decidedFor != app) {
-        perUser = PerUserFolderIsThisInstallations(app) || !InstallationWritable(app);
-        decidedFor = app;
+    if (g_decidedFor != app) {
+        g_perUser = PerUserFolderIsThisInstallations(app) || SharedInstallation(app) || !InstallationWritable(app);
+        g_decidedFor = app;
     }
-    return perUser;
+    return g_perUser;
 }
 
 void SetUserDataMode(int mode) { g_userDataMode = mode; }

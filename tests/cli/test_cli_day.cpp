@@ -47,7 +47,9 @@ TEST(DayCommand, TimesComeAsTextAndMinutesAndTheLimbsChain)
             // Minutes from the sheet's midnight and the clock text agree.
             const long m = s["End"]["Minutes"].get<long>();
             EXPECT_EQ(((m % 1440) + 1440) % 1440, MinutesOfText(s["End"]["Time"].get<std::string>()));
-            if (i > 0) EXPECT_EQ(s["Start"], spans[i - 1]["End"]);
+            if (i > 0) {
+                EXPECT_EQ(s["Start"], spans[i - 1]["End"]);
+            }
         }
     }
     EXPECT_EQ(j["Chowgadiya"].size(), 16u);

@@ -39,11 +39,15 @@ odd=$(grep -Ev '^(l[rwx]{9}|[-d]rw[-x]r-[-x]r-[-x]) root/root ' <<< "$contents" 
 [ -z "$odd" ] || { head -5 <<< "$odd"; fail "the package holds files not owned by root or open to writing"; }
 
 # lintian's own exit says whether it found an error; its whole report is kept.
-lintian_args=(--fail-on error --tag-display-limit 0)
+lintian_args=(--fail-on error --tag-display-limit 0 --display-info)
 [ "$(id -u)" = 0 ] && lintian_args+=(--allow-root)
 if ! lintian "${lintian_args[@]}" "$deb" > "$scratch/lintian.txt" 2>&1; then
   cat "$scratch/lintian.txt"
   fail "lintian reports an error"
 fi
 cat "$scratch/lintian.txt"
+# Built as Debian builds its packages: no hardening missing.
+if grep -q 'hardening-no-' "$scratch/lintian.txt"; then
+  fail "the executables lack hardening (configure with RANVEL_HARDEN=ON, as the default preset does)"
+fi
 echo "lintian: no error"

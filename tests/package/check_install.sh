@@ -44,11 +44,54 @@ done
 [ -z "$(find "$app" -name '*.Dat.[0-9]' -o -name '*.damaged' -o -name '*.part')" ] || fail "the installation carries a store's copies from the build folder"
 [ -z "$(find "$prefix" -name 'test_*' -o -name 'bench_*' -o -name 'ranvel-makedata' -o -name 'ranvel-screens')" ] || fail "the installation carries a build tool or test"
 
+[ -f "$app/INSTALLED" ] || fail "the installation does not mark itself as installed for every user"
+
+# The desktop program starts, offscreen, and keeps a user's files in that
+# user's own folder, copied once from the installation.
+start_desktop() {  # HOME, then the command that runs a program as the user
+  local home=$1; shift
+  local user_dir=$home/.local/share/ranvel log=$home/desktop.log
+  "$@" env QT_QPA_PLATFORM=offscreen "$prefix/bin/ranvel" > "$log" 2>&1 &
+  local pid=$! started= alive=
+  for _ in $(seq 1 60); do
+    if [ -f "$user_dir/EPHE/COMMON/RECOS.Dat" ] && [ -f "$user_dir/EPHE/COMMON/LANGS.Dat" ] \
+       && [ -f "$user_dir/DATA/INIFILES/GENDAT.INI" ]; then started=1; break; fi
+    kill -0 "$pid" 2>/dev/null || break
+    sleep 0.5
+  done
+  sleep 2
+  kill -0 "$pid" 2>/dev/null && alive=1
+  kill "$pid" 2>/dev/null || true
+  wait "$pid" 2>/dev/null || true
+  [ -n "$started" ] || { cat "$log"; fail "the installed desktop program made no per-user folder in $user_dir"; }
+  [ -n "$alive" ] || { cat "$log"; fail "the installed desktop program ended at start"; }
+  [ "$(head -1 "$user_dir/.installed-from")" = "$app" ] || fail "the per-user folder does not name the installation"
+  echo "the desktop program started with $user_dir"
+}
+new_home() {  # a fresh home whose settings say the first-run wizard is done
+  mkdir -p "$1/.config/Ranvel" "$1/run"
+  chmod 700 "$1/run"
+  printf '[Settings]\nDoneSetup=True\n' > "$1/.config/Ranvel/settings.ini"
+}
+home_env() {  # sets henv: the bare environment of a user whose home is $1
+  henv=(env -i PATH=/usr/bin:/bin HOME="$1" XDG_DATA_HOME="$1/.local/share" XDG_CONFIG_HOME="$1/.config"
+        XDG_RUNTIME_DIR="$1/run" LANG=C.UTF-8)
+}
+
+# The one who installed it, who may write there (root, for a package): the
+# installation stays as it was installed all the same.
+touch "$scratch/installed.stamp"
+sleep 1
+new_home "$scratch/owner"
+home_env "$scratch/owner"
+start_desktop "$scratch/owner" "${henv[@]}"
+changed=$(find "$prefix" -newer "$scratch/installed.stamp")
+[ -z "$changed" ] || { echo "$changed" | head; fail "a run of the installed program wrote into the installation"; }
+
 # A user who cannot write the installation: as root, the user nobody; as
 # anybody else, the installation made read-only.
 home=$scratch/home
-mkdir -p "$home/.config/Ranvel"
-printf '[Settings]\nDoneSetup=True\n' > "$home/.config/Ranvel/settings.ini"
+new_home "$home"
 as_user=()
 if [ "$(id -u)" = 0 ]; then
   chown -R nobody "$home"
@@ -56,12 +99,8 @@ if [ "$(id -u)" = 0 ]; then
 else
   chmod -R a-w "$prefix"
 fi
-user_env=(env -i PATH=/usr/bin:/bin HOME="$home" XDG_DATA_HOME="$home/.local/share"
-          XDG_CONFIG_HOME="$home/.config" XDG_RUNTIME_DIR="$home/run" LANG=C.UTF-8)
-mkdir -p "$home/run" && chmod 700 "$home/run"
-[ "$(id -u)" = 0 ] && chown nobody "$home/run"
-
-run_user() { "${user_env[@]}" "${as_user[@]}" "$@"; }
+home_env "$home"
+run_user() { "${henv[@]}" "${as_user[@]}" "$@"; }
 
 version=$(run_user "$prefix/bin/ranvel-cli" --version) || fail "the installed ranvel-cli --version failed"
 echo "$version"
@@ -76,24 +115,5 @@ mkdir -p "$scratch/build-config"
 env XDG_CONFIG_HOME="$scratch/build-config" "$build/bin/ranvel-cli" muhurtha --request "$sample" > "$scratch/built.txt"
 cmp -s "$scratch/installed.txt" "$scratch/built.txt" || { diff "$scratch/built.txt" "$scratch/installed.txt" | head -20; fail "the installed program answers otherwise than the build"; }
 
-# The desktop program starts, offscreen, and keeps the user's files in the
-# user's own folder, copied once from the installation.
-user_dir=$home/.local/share/ranvel
-run_user env QT_QPA_PLATFORM=offscreen "$prefix/bin/ranvel" > "$scratch/desktop.log" 2>&1 &
-pid=$!
-started=
-for _ in $(seq 1 60); do
-  if [ -f "$user_dir/EPHE/COMMON/RECOS.Dat" ] && [ -f "$user_dir/EPHE/COMMON/LANGS.Dat" ] \
-     && [ -f "$user_dir/DATA/INIFILES/GENDAT.INI" ]; then started=1; break; fi
-  kill -0 "$pid" 2>/dev/null || break
-  sleep 0.5
-done
-sleep 2
-alive=
-kill -0 "$pid" 2>/dev/null && alive=1
-kill "$pid" 2>/dev/null || true
-wait "$pid" 2>/dev/null || true
-[ -n "$started" ] || { cat "$scratch/desktop.log"; fail "the installed desktop program made no per-user folder in $user_dir"; }
-[ -n "$alive" ] || { cat "$scratch/desktop.log"; fail "the installed desktop program ended at start"; }
-[ "$(head -1 "$user_dir/.installed-from")" = "$app" ] || fail "the per-user folder does not name the installation"
-echo "installed under $prefix; the desktop program started with $user_dir"
+start_desktop "$home" "${henv[@]}" "${as_user[@]}"
+echo "installed under $prefix"

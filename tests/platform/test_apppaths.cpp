@@ -92,6 +92,13 @@ TEST(AppPaths, UserFilesOfAnInstalledCopyLiveInThePerUserFolder)
     EXPECT_FALSE(UsesUserDataDir());
     SetAppDir(app.string());
 
+    // An installation for every user keeps its users' files out of it even
+    // for one who may write there.
+    testing::WriteFile(other / "INSTALLED", "for every user\n");
+    SetAppDir(other.string());
+    EXPECT_TRUE(UsesUserDataDir());
+    SetAppDir(app.string());
+
     SetUserDataMode(0);
     EXPECT_EQ(AppPath("EPHE/COMMON/RECOS.Dat"), (app / "EPHE/COMMON/RECOS.Dat").string());
     SetUserDataMode(-1);

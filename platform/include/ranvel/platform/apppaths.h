@@ -32,7 +32,8 @@ bool FileExists(const std::string& path);
 // The files a user changes (the person and place store RECOS.Dat, the
 // language table LANGS.Dat, and everything under DATA/INIFILES: GENDAT.INI,
 // theme and page-set files) live beside the program when the user may write
-// there. In an installation the user may not write to, they live in a
+// there. In an installation the user may not write to, or one marked as
+// installed for every user (a file INSTALLED beside the program), they live in a
 // per-user folder ($XDG_DATA_HOME/ranvel, else ~/.local/share/ranvel),
 // copied there from the installation the first time they are needed and
 // never overwritten afterwards, so no new build or upgrade touches what the
