@@ -63,7 +63,10 @@ const char* const kUsage =
     "      reaches the longitude\n"
     "\n"
     "--app-dir DIR replaces the program's folder as the root of the data tree\n"
-    "(the environment variable RANVEL_APP_DIR does the same).\n";
+    "(the environment variable RANVEL_APP_DIR does the same).\n"
+    "--sunrise astronomical|ecliptic (muhurtha, calendar, day) chooses sunrise\n"
+    "for this run: the Sun's disc on the true horizon, or the rising of its\n"
+    "ecliptic point (the settings' choice when not given).\n";
 
 // A refusal may name several fields, one a line; each line reads as the
 // program's own, the indented lines below one belonging to it.

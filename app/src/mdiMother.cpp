@@ -120,10 +120,12 @@ mdiMother::mdiMother(QWidget* parent) : QMainWindow(parent)
     statusBar()->setObjectName("sbStatusBar");
     statusBar()->showMessage("Ready");
     // On the right, for as long as the window lives: the ephemeris the
-    // positions come from, in a few words, the whole sentence on hovering.
+    // positions come from, in a few words, the whole sentence on hovering
+    // and to a screen reader.
     auto* ephemeris = new QLabel(Q(EphemerisShortName(EphemerisInUse())), statusBar());
     ephemeris->setObjectName("lblEphemeris");
     ephemeris->setToolTip(Q(EphemerisSentence()));
+    ephemeris->setAccessibleDescription(Q(EphemerisSentence()));
     statusBar()->addPermanentWidget(ephemeris);
 
     // The entry form sits in the middle of its page, and scrolls on a

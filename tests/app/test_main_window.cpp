@@ -206,6 +206,7 @@ TEST_F(MainWindowTest, TheStatusBarAndTheAboutBoxNameTheEphemeris)
     ASSERT_NE(label, nullptr);
     EXPECT_EQ(label->text(), "Swiss Ephemeris files");
     EXPECT_EQ(label->toolTip(), sentence);
+    EXPECT_EQ(label->accessibleDescription(), sentence);
     main->statusBar()->showMessage("Searching...");
     EXPECT_TRUE(label->isVisible());
     main->Action("mnuViewStatus")->trigger();

@@ -135,12 +135,29 @@ try:
     h.key("space")
     check("the offset put in by the note", h.text_of(field("txtGMT")), "+01.00")
 
+    # Which ephemeris the program runs on, as the about box and the status
+    # bar tell it: the sentence ranvel-cli --version gives.
+    import subprocess
+    version = subprocess.run([os.path.join(bin_dir, "ranvel-cli"), "--version"], capture_output=True, text=True,
+                             env=dict(os.environ, **env)).stdout.splitlines()
+    h.menu("Help", "About Ranvel...")
+    about = app.wait_window(role="dialog", timeout=30)
+    check("the about box's ephemeris", h.text_of(about.find("label", object_name="lblEphemeris")),
+          version[1] if len(version) > 1 else version)
+    h.screenshot(os.path.join(shots, "about.png"))
+    h.key("Return")
+    app.wait_window_gone(about)
+    # Its tip, the whole sentence, is what it tells a screen reader.
+    status = app.find("label", name="Swiss Ephemeris files")
+    check("the status bar's ephemeris", status.description, version[1] if len(version) > 1 else version)
+
     # The manual opens in the program's own window, on a machine without a
     # web browser.
     h.menu("Help", "Manual...")
     time.sleep(2)
     h.screenshot(os.path.join(shots, "manual.png"))
     check("still running after the manual", app.returncode, None)
+
 finally:
     check("running at the end", app.returncode, None)
     if app.returncode is not None:
